@@ -1,0 +1,132 @@
+#include "logging/logger.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <string_view>
+#include <utility>
+
+#include "logging/file_probe.h"
+#include "logging/flag_files.h"
+#include "logging/local_time.h"
+#include "logging/log_directory.h"
+#include "logging/log_file.h"
+
+namespace logging {
+namespace {
+
+constexpr char kNoLog[] = "nolog";
+constexpr std::int32_t kFirstCompleteCode = 100000000;
+
+std::string CurrentTimeText() {
+  return LocalTimeText(std::chrono::system_clock::to_time_t(std::chrono::system_clock::now()));
+}
+
+}  // namespace
+
+Logger::Logger(std::string sourceName, std::int32_t componentNumber)
+    : name(std::move(sourceName)), componentBase(componentNumber) {
+  const LogDirectory& directory = GetLogDirectory();
+  const std::string redirectPath = directory.File(redirectFile);
+  if (!Exists(redirectPath)) {
+    SetLogFile(directory.File(kDefaultLogName));
+    return;
+  }
+  const std::string contents = ReadWholeFile(redirectPath);
+  path = (contents == ".." ? directory.path : contents) + directory.separator + kDefaultLogName;
+}
+
+Logger::Logger(std::string sourceName, std::string logFile, std::int32_t componentNumber)
+    : name(std::move(sourceName)), componentBase(componentNumber) {
+  SetLogFile(std::move(logFile));
+}
+
+const LogRecord* Logger::LogConsole(std::int32_t id, MessageText text, double percent) {
+  const std::string made = text.Make();
+  std::fwrite(made.data(), 1, made.size(), stdout);
+  return Log(kConsole, id, made, percent);
+}
+
+void Logger::LogProgress(double completed, double total, double span, double start) {
+  const double share = (completed / total * 100.0) / (100.0 / span) + start;
+  const double ceiling = span + start;
+  LogNormal(2, "Progress completed", std::min(share, ceiling));
+}
+
+void Logger::SetLevel(std::int32_t level) {
+  if (level >= -1 && level <= kConsole) levelOverride = level;
+}
+
+std::int32_t Logger::GetActiveLevel() const {
+  return levelOverride != -1 ? levelOverride : FlaggedLevel();
+}
+
+void Logger::SetLogFile(std::string logFile) {
+  if (logFile.empty()) return;
+  if (logFile == kNoLog) {
+    path = kNoLog;
+    return;
+  }
+  const LogDirectory& directory = GetLogDirectory();
+  if (logFile.find(directory.separator) == std::string::npos) logFile = directory.File(logFile);
+  path = NormalizeLogName(std::move(logFile));
+}
+
+const LogRecord* Logger::Log(LogLevel level, std::int32_t id, MessageText text, double percent) {
+  std::int32_t code = id;
+  if (code < kFirstCompleteCode) {
+    if (componentBase >= 1 && code < componentBase) code += componentBase;
+    code += CodePrefix(level);
+  }
+  return WriteMessage(name, code, text, level, percent, nullptr, {});
+}
+
+const LogRecord* Logger::WriteMessage(const std::string& source, std::int32_t code, MessageText text, LogLevel level,
+                                      double percent, void* data, std::string dataType) {
+  // No level is above kConsole: such a message passes both looks at the filter, but their probes can fail for it too.
+  if (GetActiveLevel() > level) return record.get();
+  if (data != nullptr) {
+    record->data.reset(data);
+    if (!dataType.empty()) record->dataType = std::move(dataType);
+  }
+  record->source = source;
+  record->code = std::to_string(code);
+  record->text = text.Make();
+  record->level = level;
+  record->timeStamp = CurrentTimeText();
+  record->percent = percent;
+  // A flag file that came or went since the first look decides whether the line is written, not what is recorded.
+  if (GetActiveLevel() > level || path == kNoLog) return record.get();
+  WriteLine();
+  return record.get();
+}
+
+void Logger::WriteLine() const {
+  if (Exists(path) && FileSize(path) > static_cast<std::uintmax_t>(maxBytes))
+    for (std::int32_t index = maxFiles; index >= 1; --index) RotateStep(index);
+  AppendLine(path, LogLine(*record));
+}
+
+// One pass of steps, from the highest index down, moves every file up by one:
+//
+//   ZQRMLOG.LOG -> ZQRMLOG_1.LOG -> ZQRMLOG_2.LOG -> ... -> ZQRMLOG_49.LOG -> ZQRMLOG_50.LOG -> gone
+//
+// Each step clears the place numbered maxFiles, so the file that the first step moves there goes with the second: at
+// rest the highest number is maxFiles - 1. Failures of remove and rename are ignored, because other processes may be
+// rotating the same files; a live file that can't be moved is tried again by the next line.
+void Logger::RotateStep(std::int32_t index) const {
+  const std::string stem = path.substr(0, path.size() - std::string_view(kLogExtension).size());
+  const auto numbered = [&](std::int32_t number) { return stem + "_" + std::to_string(number) + kLogExtension; };
+  const std::string top = numbered(maxFiles);
+  const std::string next = numbered(index + 1);
+  const std::string current = numbered(index);
+  const std::string previous = numbered(index - 1);
+  if (Exists(top)) std::remove(top.c_str());
+  if (Exists(current)) std::rename(current.c_str(), next.c_str());
+  if (index < 2)
+    std::rename(path.c_str(), current.c_str());
+  else if (Exists(previous))
+    std::rename(previous.c_str(), current.c_str());
+}
+
+}  // namespace logging
