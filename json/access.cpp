@@ -1,0 +1,153 @@
+#include "json/access.h"
+
+#include <rapidjson/reader.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include <array>
+#include <cmath>
+
+#include "json/types.h"
+
+namespace json {
+namespace {
+
+constexpr std::int32_t kNoRootKey = 999;
+
+// The value of four hexadecimal digits at `at`, or -1.
+std::int32_t HexUnit(std::u16string_view text, std::size_t at) {
+  std::int32_t unit = 0;
+  for (std::size_t i = at; i < at + 4; ++i) {
+    if (i >= text.size()) return -1;
+    const char16_t digit = text[i];
+    const bool decimal = digit >= u'0' && digit <= u'9';
+    const char16_t lower = digit | 0x20;
+    if (!decimal && (lower < u'a' || lower > u'f')) return -1;
+    unit = unit * 16 + (decimal ? digit - u'0' : lower - u'a' + 10);
+  }
+  return unit;
+}
+
+// Whether an escape names the second half of a surrogate pair by itself. RapidJSON refuses a first half by itself, but
+// holds the second to be impossible: an assertion in one build, half a character in another.
+bool HasLoneSecondHalf(std::u16string_view text) {
+  for (std::size_t at = text.find(u'\\'); at != text.npos; at = text.find(u'\\', at)) {
+    if (at + 1 >= text.size() || text[at + 1] != u'u') {
+      at += 2;
+      continue;
+    }
+    const std::int32_t unit = HexUnit(text, at + 2);
+    if (unit >= 0xDC00 && unit <= 0xDFFF) return true;
+    // Behind a first half the parser itself wants a second.
+    at += unit >= 0xD800 && unit <= 0xDBFF ? 12 : 6;
+  }
+  return false;
+}
+
+// Hands the parser's events on to the document, but for numbers that have become infinite on the way.
+class FiniteNumbers {
+ public:
+  explicit FiniteNumbers(Document& document) : document_(document) {}
+
+  bool Null() { return document_.Null(); }
+  bool Bool(bool flag) { return document_.Bool(flag); }
+  bool Int(int number) { return document_.Int(number); }
+  bool Uint(unsigned number) { return document_.Uint(number); }
+  bool Int64(std::int64_t number) { return document_.Int64(number); }
+  bool Uint64(std::uint64_t number) { return document_.Uint64(number); }
+  bool Double(double number) { return std::isfinite(number) && document_.Double(number); }
+  bool RawNumber(const char16_t* text, rapidjson::SizeType length, bool copy) {
+    return document_.RawNumber(text, length, copy);
+  }
+  bool String(const char16_t* text, rapidjson::SizeType length, bool copy) {
+    return document_.String(text, length, copy);
+  }
+  bool StartObject() { return document_.StartObject(); }
+  bool Key(const char16_t* text, rapidjson::SizeType length, bool copy) { return document_.Key(text, length, copy); }
+  bool EndObject(rapidjson::SizeType members) { return document_.EndObject(members); }
+  bool StartArray() { return document_.StartArray(); }
+  bool EndArray(rapidjson::SizeType elements) { return document_.EndArray(elements); }
+
+ private:
+  Document& document_;
+};
+
+}  // namespace
+
+bool ParseText(const std::u16string& text, Document& document) {
+  if (HasLoneSecondHalf(text)) return false;
+  bool parsed = false;
+  auto parse = [&](Document& target) {
+    rapidjson::GenericStringStream<Encoding> stream(text.c_str());
+    rapidjson::GenericReader<Encoding, Encoding> reader;
+    FiniteNumbers handler(target);
+    parsed = !reader.Parse<rapidjson::kParseIterativeFlag>(stream, handler).IsError();
+    return parsed;
+  };
+  document.Populate(parse);
+  return parsed;
+}
+
+std::u16string ValueToText(const Value& value) {
+  rapidjson::GenericStringBuffer<Encoding> buffer;
+  rapidjson::Writer<rapidjson::GenericStringBuffer<Encoding>, Encoding, Encoding> writer(buffer);
+  value.Accept(writer);
+  return std::u16string(buffer.GetString(), buffer.GetSize() / sizeof(char16_t));
+}
+
+const Value* FindMember(const Value& object, std::u16string_view key) {
+  if (!object.IsObject()) return nullptr;
+  for (const auto& member : object.GetObject()) {
+    if (key == std::u16string_view(member.name.GetString(), member.name.GetStringLength())) return &member.value;
+  }
+  return nullptr;
+}
+
+std::int32_t GetObjectMember(const Value* parent, std::u16string_view key, ObjectMember* out) {
+  if (parent->IsArray()) {
+    out->error = MakeErrorObject(kNoRootKey);
+    out->value = out->error.get();
+    return 0;
+  }
+  const Value* member = FindMember(*parent, key);
+  if (member == nullptr || member->IsNull()) return 0;
+  out->value = member;
+  return 1;
+}
+
+std::unique_ptr<Document> MakeErrorObject(std::int32_t code) {
+  auto document = std::make_unique<Document>();
+  document->SetObject();
+  const std::u16string text = ParseErrorText(code);
+  Document::AllocatorType& allocator = document->GetAllocator();
+  document->AddMember(Value(u"PARSE_ERROR", allocator), Value(text.c_str(), allocator), allocator);
+  return document;
+}
+
+std::u16string ParseErrorText(std::int32_t code) {
+  static constexpr std::array<const char16_t*, 18> kTexts = {
+      u"No error",
+      u"The document is empty.",
+      u"The document root must not follow by other values.",
+      u"Invalid value.",
+      u"Missing a name for object member.",
+      u"Missing a colon after a name of object member.",
+      u"Missing a comma or '}' after an object member.",
+      u"Missing a comma or ']' after an array element.",
+      u"Incorrect hex digit after \\u escape in string.",
+      u"The surrogate pair in string is invalid.",
+      u"Invalid escape character in string.",
+      u"Missing a closing quotation mark in string.",
+      u"Invalid encoding in string.",
+      u"Number too big to be stored in double.",
+      u"Miss fraction part in number.",
+      u"Miss exponent in number.",
+      u"Parsing was terminated.",
+      u"Unspecific syntax error.",
+  };
+  if (code == kNoRootKey) return u"No Root key name. Iterate through array by index.";
+  if (code < 0 || static_cast<std::size_t>(code) >= kTexts.size()) return u"UNKNOWN";
+  return kTexts[static_cast<std::size_t>(code)];
+}
+
+}  // namespace json

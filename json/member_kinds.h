@@ -1,0 +1,230 @@
+// The kinds of members, by type, and the function that makes a row.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "json/getters.h"
+#include "json/objects.h"
+#include "json/record_table.h"
+#include "json/text.h"
+
+namespace json {
+
+// Of text, numbers and flags: `member` is null when the key is missing. Narrow integers store the low bits of a number
+// that passed the test of their signedness.
+bool ReadText(const Value* member, std::u16string& target);
+bool ReadNumber(const Value* member, std::int32_t& target);
+bool ReadNumber(const Value* member, std::uint32_t& target);
+bool ReadNumber(const Value* member, std::int16_t& target);
+bool ReadNumber(const Value* member, std::uint16_t& target);
+bool ReadNumber(const Value* member, std::uint8_t& target);
+bool ReadNumber(const Value* member, std::int64_t& target);
+bool ReadNumber(const Value* member, double& target);
+bool ReadNumber(const Value* member, float& target);
+bool ReadNumber(const Value* member, bool& target);
+
+// A JSON number of the target's width and sign, or a JSON boolean.
+template <class Number>
+Value NumberValue(Number number) {
+  if constexpr (std::is_same_v<Number, bool> || std::is_floating_point_v<Number>) {
+    return Value(number);
+  } else if constexpr (std::is_same_v<Number, std::int64_t>) {
+    return Value(number);
+  } else if constexpr (std::is_signed_v<Number>) {
+    return Value(static_cast<int>(number));
+  } else {
+    return Value(static_cast<unsigned>(number));
+  }
+}
+
+template <class Number>
+std::string NumberText(Number number) {
+  if constexpr (std::is_same_v<Number, bool>) {
+    return BoolToText(number);
+  } else if constexpr (std::is_floating_point_v<Number>) {
+    return DoubleToText(number);
+  } else {
+    return std::to_string(number);
+  }
+}
+
+// Logs the row's line, which says that the nested record is null.
+void LogNullRecord(const Field& field);
+
+// Logs one of the lines around a list; `item` ahead of a record.
+void LogListBegin(const ListLines* lines, std::size_t size);
+void LogListItem(const ListLines* lines, std::size_t index);
+void LogListEnd(const ListLines* lines);
+
+// What list elements that are no objects are read as.
+const Value& EmptyObject();
+
+// The kind of members of type `Member`. The general case is a number or a flag.
+template <class Member>
+struct KindOf {
+  static bool Read(const Reading& reading, void* target) {
+    return ReadNumber(reading.member, *static_cast<Member*>(target));
+  }
+  static bool Write(const Field&, const void* source, Document&, Value& out) {
+    out = NumberValue(*static_cast<const Member*>(source));
+    return true;
+  }
+  static std::string Print(const void* source) { return NumberText(*static_cast<const Member*>(source)); }
+
+  static constexpr Kind kind = {Read, Write, Print};
+};
+
+template <>
+struct KindOf<std::u16string> {
+  static bool Read(const Reading& reading, void* target) {
+    return ReadText(reading.member, *static_cast<std::u16string*>(target));
+  }
+  static bool Write(const Field&, const void* source, Document& document, Value& out) {
+    out = CopyText(*static_cast<const std::u16string*>(source), document);
+    return true;
+  }
+  static std::string Print(const void* source) { return WideToNarrow(*static_cast<const std::u16string*>(source)); }
+
+  static constexpr Kind kind = {Read, Write, Print};
+};
+
+// A nested record, null until its key brings one. Each one read is a new record.
+template <class Record>
+struct KindOf<std::unique_ptr<Record>> {
+  using Pointer = std::unique_ptr<Record>;
+
+  static bool Read(const Reading& reading, void* target) {
+    if (reading.member != nullptr && reading.member->IsNull()) LogNullRecord(reading.field);
+    if (IsAbsentRecord(reading.member)) return false;
+    auto record = std::make_unique<Record>();
+    record->Deserialize(reading.member);
+    *static_cast<Pointer*>(target) = std::move(record);
+    return false;
+  }
+  static bool Write(const Field&, const void* source, Document& document, Value& out) {
+    const Pointer& record = *static_cast<const Pointer*>(source);
+    if (record == nullptr) return false;
+    out = std::move(record->Serialize(&document).value);
+    return true;
+  }
+  static std::string Print(const void*) { return {}; }
+
+  static constexpr Kind kind = {Read, Write, Print, "No ", " to set."};
+};
+
+// A list of text or of numbers. Elements of another kind are skipped.
+template <class Element>
+struct ScalarListKind {
+  using List = std::vector<Element>;
+
+  static bool Read(const Reading& reading, void* target) {
+    if (reading.member == nullptr || !reading.member->IsArray()) return false;
+    List& list = *static_cast<List*>(target);
+    list.clear();
+    list.reserve(reading.member->Size());
+    for (const Value& value : reading.member->GetArray()) {
+      Element element{};
+      const auto read = [&] {
+        if constexpr (std::is_same_v<Element, std::u16string>) {
+          return ReadText(&value, element);
+        } else {
+          return ReadNumber(&value, element);
+        }
+      };
+      if (read()) list.push_back(std::move(element));
+    }
+    return true;
+  }
+  static bool Write(const Field&, const void* source, Document& document, Value& out) {
+    const List& list = *static_cast<const List*>(source);
+    out.SetArray();
+    out.Reserve(static_cast<rapidjson::SizeType>(list.size()), document.GetAllocator());
+    for (const Element& element : list) {
+      if constexpr (std::is_same_v<Element, std::u16string>) {
+        out.PushBack(CopyText(element, document), document.GetAllocator());
+      } else {
+        out.PushBack(NumberValue(element), document.GetAllocator());
+      }
+    }
+    return true;
+  }
+  static std::string Print(const void* source) { return std::to_string(static_cast<const List*>(source)->size()); }
+
+  static constexpr Kind kind = {Read, Write, Print, "Set ", " count:"};
+};
+
+template <>
+struct KindOf<std::vector<std::u16string>> : ScalarListKind<std::u16string> {};
+template <>
+struct KindOf<std::vector<std::int32_t>> : ScalarListKind<std::int32_t> {};
+
+// A list of records, held by value or by pointer. An element that is no object gives a record with its defaults.
+template <class Element>
+struct KindOf<std::vector<Element>> {
+  using List = std::vector<Element>;
+
+  static bool Read(const Reading& reading, void* target) {
+    if (reading.member == nullptr || !reading.member->IsArray()) return false;
+    List& list = *static_cast<List*>(target);
+    if (!reading.field.options.appends) list.clear();
+    list.reserve(list.size() + reading.member->Size());
+    for (const Value& value : reading.member->GetArray()) {
+      Element element = New(static_cast<Element*>(nullptr));
+      RecordOf(element).Deserialize(value.IsObject() ? &value : &EmptyObject());
+      list.push_back(std::move(element));
+    }
+    return true;
+  }
+  static bool Write(const Field& field, const void* source, Document& document, Value& out) {
+    const List& list = *static_cast<const List*>(source);
+    LogListBegin(field.options.list, list.size());
+    out.SetArray();
+    out.Reserve(static_cast<rapidjson::SizeType>(list.size()), document.GetAllocator());
+    for (std::size_t i = 0; i < list.size(); ++i) {
+      LogListItem(field.options.list, i);
+      out.PushBack(RecordOf(list[i]).Serialize(&document).value, document.GetAllocator());
+    }
+    LogListEnd(field.options.list);
+    return true;
+  }
+  static std::string Print(const void* source) { return std::to_string(static_cast<const List*>(source)->size()); }
+
+  static constexpr Kind kind = {Read, Write, Print, "Set ", " count:"};
+
+ private:
+  template <class Record>
+  static Record New(Record*) {
+    return Record{};
+  }
+  template <class Record>
+  static std::unique_ptr<Record> New(std::unique_ptr<Record>*) {
+    return std::make_unique<Record>();
+  }
+  template <class Record>
+  static Record& RecordOf(Record& record) {
+    return record;
+  }
+  template <class Record>
+  static Record& RecordOf(std::unique_ptr<Record>& record) {
+    return *record;
+  }
+  template <class Record>
+  static const Record& RecordOf(const std::unique_ptr<Record>& record) {
+    return *record;
+  }
+};
+
+template <class Class, class Type>
+Type MemberType(Type Class::*);
+template <class Class, class Type>
+Class MemberClass(Type Class::*);
+
+// The row for `member`, a pointer to a data member. `kind` takes the place of the kind of the member's type.
+template <auto member, const Kind& kind = KindOf<decltype(MemberType(member))>::kind>
+consteval Field row(std::u16string_view key, RowOptions options = {}) {
+  using Class = decltype(MemberClass(member));
+  return {key, [](void* record) -> void* { return &(static_cast<Class*>(record)->*member); }, &kind, options};
+}
+
+}  // namespace json

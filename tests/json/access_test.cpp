@@ -1,0 +1,124 @@
+#include "json/access.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+
+#include "json/getters.h"
+#include "json/text.h"
+#include "json/types.h"
+
+namespace {
+
+class AccessTest : public testing::Test {
+ protected:
+  const json::Value& Parse(const std::u16string& text) {
+    document.SetObject();
+    json::ParseText(text, document);
+    return document;
+  }
+  json::Document document;
+};
+
+TEST_F(AccessTest, ObjectMemberIsFoundUnlessItIsNull) {
+  const json::Value& parent = Parse(u"{\"zero\":0,\"empty\":\"\",\"null\":null,\"zero\":1}");
+  json::ObjectMember member;
+  EXPECT_EQ(json::GetObjectMember(&parent, u"zero", &member), 1);
+  EXPECT_EQ(member.value, &parent[u"zero"]) << "the first of two";
+  EXPECT_EQ(json::GetObjectMember(&parent, u"null", &member), 0);
+  EXPECT_EQ(json::GetObjectMember(&parent, u"Zero", &member), 0);
+  EXPECT_EQ(member.value, &parent[u"zero"]) << "a failed lookup leaves the result";
+  EXPECT_EQ(json::GetObjectMember(&parent, u"empty", &member), 1);
+}
+
+TEST_F(AccessTest, AnArrayParentGivesAnErrorObject) {
+  json::ObjectMember member;
+  EXPECT_EQ(json::GetObjectMember(&Parse(u"[1]"), u"a", &member), 0);
+  EXPECT_EQ(json::ValueToText(*member.value),
+            u"{\"PARSE_ERROR\":\"No Root key name. Iterate through array by index.\"}");
+}
+
+TEST_F(AccessTest, ErrorTextsEndWithTheCodesOfTheParser) {
+  EXPECT_EQ(json::ParseErrorText(0), u"No error");
+  EXPECT_EQ(json::ParseErrorText(6), u"Missing a comma or '}' after an object member.");
+  EXPECT_EQ(json::ParseErrorText(17), u"Unspecific syntax error.");
+  for (const int code : {18, 998, 1000, -1}) EXPECT_EQ(json::ParseErrorText(code), u"UNKNOWN") << code;
+}
+
+TEST_F(AccessTest, TextThatIsNotJsonLeavesTheRoot) {
+  for (const char16_t* text :
+       {u"", u" ", u"{} {}", u"[1,]", u"{\"a\":1e999}", u"{\"a\":-1e309}", u"// c\n{}", u"NaN"}) {
+    document.SetArray();
+    EXPECT_FALSE(json::ParseText(text, document));
+    EXPECT_TRUE(document.IsArray());
+  }
+  EXPECT_TRUE(json::ParseText(u"\t{\"a\":1e308}\r\n ", document));
+}
+
+TEST_F(AccessTest, AnInfiniteNumberEndsTheText) {
+  Parse(u"{\"a\":1,\"b\":2,\"c\":3}");
+  document[u"b"].SetDouble(HUGE_VAL);
+  EXPECT_EQ(json::ValueToText(document), u"{\"a\":1,\"b\":");
+}
+
+TEST_F(AccessTest, GettersFailInTheirThreeWays) {
+  const json::Value& object = Parse(
+      u"{\"big\":70000,\"wide\":4294967808,\"text\":\"a\\u0000b\",\"flag\":true,\"real\":4.0,\"minus\":-1,\"zero\":"
+      u"\"\"}");
+  std::int16_t int16 = 9;
+  EXPECT_TRUE(json::GetInt16Member(object, u"big", &int16));
+  EXPECT_EQ(int16, 4464);
+  EXPECT_FALSE(json::GetInt16Member(object, u"text", &int16));
+  EXPECT_EQ(int16, 0);
+  std::uint16_t uint16 = 9;
+  EXPECT_FALSE(json::GetUint16Member(object, u"minus", &uint16));
+  EXPECT_EQ(uint16, 0);
+  std::uint32_t uint32 = 9;
+  EXPECT_TRUE(json::GetUint64AsUint32Member(object, u"wide", &uint32));
+  EXPECT_EQ(uint32, 512U);
+  EXPECT_FALSE(json::GetUint64AsUint32Member(object, u"missing", &uint32));
+  EXPECT_EQ(uint32, 0U);
+  std::int32_t int32 = 9;
+  EXPECT_FALSE(json::GetInt32Member(object, u"real", &int32));
+  EXPECT_FALSE(json::GetInt32Member(object, u"wide", &int32));
+  EXPECT_EQ(int32, 9);
+  std::int64_t int64 = 9;
+  EXPECT_TRUE(json::GetInt64Member(object, u"wide", &int64));
+  EXPECT_EQ(int64, 4294967808);
+  std::uint64_t handle = 9;
+  EXPECT_FALSE(json::GetHandleMember(object, u"wide", &handle));
+  EXPECT_EQ(handle, 9U);
+  EXPECT_TRUE(json::GetHandleMember(object, u"flag", &handle));
+  EXPECT_EQ(handle, 0U);
+  std::u16string text = u"old";
+  EXPECT_FALSE(json::GetStringMember(object, u"flag", &text));
+  EXPECT_EQ(text, u"old");
+  EXPECT_TRUE(json::GetStringMember(object, u"text", &text));
+  EXPECT_EQ(text, u"a");
+  EXPECT_TRUE(json::GetStringMember(object, u"zero", &text));
+  EXPECT_EQ(text, u"");
+  bool flag = true;
+  EXPECT_FALSE(json::GetBoolMember(object, u"big", &flag));
+  EXPECT_TRUE(flag);
+}
+
+TEST(TextTest, ConversionsFollowTheLocale) {
+  EXPECT_EQ(json::WideToNarrow(u"plain"), "plain");
+  EXPECT_EQ(json::WideToNarrow(u"caf\u00e9"), "") << "no form in the C locale";
+  EXPECT_EQ(json::NarrowToWide("\xE9z"), u"\xFFE9z");
+  EXPECT_EQ(json::LowerWide(u"A{Z}\u00C4\u0141"), u"a{z}\u00C4\u0141");
+  ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
+  EXPECT_EQ(json::WideToNarrow(u"caf\u00e9"), "caf") << "cut to as many bytes as there are units";
+  EXPECT_EQ(json::WideToNarrow(u"\u00e9\u00e9\u00e9"), "\u00e9");
+}
+
+TEST(TextTest, NumbersAreShownAsAStreamShowsThem) {
+  EXPECT_EQ(json::DoubleToText(1234567.0), "1.23457e+06");
+  EXPECT_EQ(json::DoubleToText(0.5), "0.5");
+  EXPECT_EQ(json::IntToText(-5), "-5");
+  EXPECT_EQ(json::UintToText(4294967295), "4294967295");
+  EXPECT_EQ(json::Uint64ToText(18446744073709551615U), "18446744073709551615");
+}
+
+}  // namespace
