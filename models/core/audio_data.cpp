@@ -1,0 +1,31 @@
+#include "models/core/audio_data.h"
+
+#include "json/member_kinds.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+// The host depends on a blank behind the colon in these lines alone.
+constexpr json::Field kFields[] = {
+    json::row<&AudioData::maxAmplitude>(u"maxAmplitude", {.id = 0, .line = "Set maxAmplitude: "}),
+    json::row<&AudioData::targetDevice>(u"targetDevice", {.id = 0, .line = "Set targetDevice: "}),
+    json::row<&AudioData::CommandExecuted>(u"CommandExecuted", {.id = 0, .line = "Set CommandExecuted: "}),
+};
+constexpr auto kWriteOrder = json::WriteOrder<kFields>({u"CommandExecuted", u"maxAmplitude", u"targetDevice"});
+constexpr json::RecordTable kTable = json::Table({.name = "AudioData",
+                                                  .fields = kFields,
+                                                  .writeOrder = kWriteOrder,
+                                                  .logsDeserializeEntry = false,
+                                                  .completeId = 785});
+
+}  // namespace
+
+void AudioData::Deserialize(const json::Value* value) {
+  json::ReadRecord(kTable, this, value);
+}
+
+json::Serialized AudioData::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+}  // namespace ZQ_RMT_MODELS

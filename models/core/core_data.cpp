@@ -1,0 +1,41 @@
+#include "models/core/core_data.h"
+
+#include "json/member_kinds.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+using enum json::WriteLine::Shows;
+
+constexpr const char* kAdding = "adding member to coreData:";
+
+constexpr json::Field kFields[] = {
+    json::row<&CoreData::TimeStamp>(
+        u"TimeStamp",
+        {.id = 7600, .beforeWrite = {7617, kAdding, kKey}, .afterWrite = {7618, "Serialize TimeStamp:", kValue}}),
+    json::row<&CoreData::TaskName>(u"TaskName", {.id = 7601, .beforeWrite = {7619, kAdding, kKey}}),
+    json::row<&CoreData::TaskID>(u"TaskID", {.id = 7602}),
+    json::row<&CoreData::TaskVersion>(u"TaskVersion", {.id = 7603}),
+    json::row<&CoreData::ReturnCode>(u"ReturnCode", {.id = 7604}),
+    json::row<&CoreData::ReturnMessage>(u"ReturnMessage", {.id = 7605}),
+    json::row<&CoreData::Result>(u"Result", {.id = 7606, .afterWrite = {7620, "Serialize Result:", kValue}}),
+    json::row<&CoreData::Status>(u"Status", {.id = 7607, .afterWrite = {7621, "Serialize Status:", kValue}}),
+    json::row<&CoreData::DeviceInfo>(u"DeviceInfo", {.id = 7608, .beforeWrite = {7622, "Serialize Nested Objects."}}),
+};
+constexpr json::RecordTable kTable = json::Table({.name = "CoreData",
+                                                  .fields = kFields,
+                                                  .newDocumentId = 7615,
+                                                  .startLine = {7616, "Starting serialization in CoreData"},
+                                                  .completeId = 7623});
+
+}  // namespace
+
+void CoreData::Deserialize(const json::Value* value) {
+  json::ReadRecord(kTable, this, value);
+}
+
+json::Serialized CoreData::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+}  // namespace ZQ_RMT_MODELS

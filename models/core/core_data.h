@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "json/forward.h"
+#include "models/core/device_info.h"
+
+namespace ZQ_RMT_MODELS {
+
+// The one record under the contract's root: the task's identity, its outcome, and the nested records.
+class CoreData {
+ public:
+  std::u16string TimeStamp;
+  std::u16string TaskName;
+  std::u16string TaskID;
+  std::u16string TaskVersion;
+  std::int32_t ReturnCode = 0;  // the composed code of the outcome's log line; 0: nothing was reported
+  std::u16string ReturnMessage;
+  std::u16string Result;  // Result and Status travel through
+  std::u16string Status;
+  std::unique_ptr<ZQ_RMT_MODELS::DeviceInfo> DeviceInfo;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+}  // namespace ZQ_RMT_MODELS

@@ -1,0 +1,42 @@
+#include "models/core/rmt_data_contract.h"
+
+#include "json/access.h"
+#include "json/member_kinds.h"
+#include "logging/model_logger.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+constexpr std::size_t kStackCapacity = 1024;
+
+constexpr json::Field kFields[] = {json::row<&RMTDataContract::CoreData>(u"CoreData", {.id = 7501})};
+constexpr json::RecordTable kTable =
+    json::Table({.name = "RMTDataContract", .fields = kFields, .newDocumentId = 0, .completeId = 789});
+
+}  // namespace
+
+bool RMTDataContract::Deserialize(const std::u16string& text) {
+  json::Document document;
+  document.SetObject();
+  // Text that isn't JSON leaves the root empty, and reads like a contract with no core record.
+  json::ParseText(text, document);
+  return Deserialize(document);
+}
+
+bool RMTDataContract::Deserialize(const json::Value& value) {
+  if (!value.IsObject()) return false;
+  const ZQ_RMT_MODELS::CoreData* const before = CoreData.get();
+  json::ReadRecord(kTable, this, &value);
+  return CoreData.get() != before;
+}
+
+json::Serialized RMTDataContract::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+std::u16string RMTDataContract::Serialize() const {
+  json::Document document(nullptr, kStackCapacity);
+  return json::ValueToText(Serialize(&document).value);
+}
+
+}  // namespace ZQ_RMT_MODELS

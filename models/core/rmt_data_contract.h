@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "json/forward.h"
+#include "models/core/core_data.h"
+
+namespace ZQ_RMT_MODELS {
+
+// The root of the text that a host and a test exchange: {"CoreData":{...}}.
+class RMTDataContract {
+ public:
+  std::unique_ptr<ZQ_RMT_MODELS::CoreData> CoreData = std::make_unique<ZQ_RMT_MODELS::CoreData>();
+
+  // Reads a JSON text, up to its first zero unit. True when it held a core record, which then takes the place of the
+  // one that the contract had. False, and the contract as it was, when the text isn't JSON or has no such record.
+  bool Deserialize(const std::u16string& text);
+  // The same for a value that is parsed already.
+  bool Deserialize(const json::Value& value);
+
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+  // The contract as compact JSON, its keys in the order of the wire.
+  std::u16string Serialize() const;
+};
+
+}  // namespace ZQ_RMT_MODELS
