@@ -1,0 +1,77 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "audio/platform/audio_platform.h"
+#include "audio/platform/com_ptr.h"
+#include "audio/platform/core_audio.h"
+#include "support/temp_directory.h"
+
+inline std::string WriteMachine(const TempDirectory& directory, const std::string& json) {
+  std::ofstream(directory / "machine.json") << json;
+  return "virtual:" + directory / "machine.json";
+}
+
+// Null on a thread that is on no platform.
+inline ComPtr<IMMDeviceEnumerator> Enumerator() {
+  ComPtr<IMMDeviceEnumerator> made;
+  CoCreateInstance(CLSID_MMDeviceEnumerator, nullptr, CLSCTX_ALL, IID_IMMDeviceEnumerator, made.ReceiveAny());
+  return made;
+}
+
+inline ComPtr<IMMDevice> DefaultDevice(EDataFlow flow) {
+  ComPtr<IMMDevice> device;
+  EXPECT_EQ(Enumerator()->GetDefaultAudioEndpoint(flow, eConsole, device.Receive()), S_OK);
+  return device;
+}
+
+template <class Interface>
+ComPtr<Interface> Activated(EDataFlow flow) {
+  ComPtr<Interface> object;
+  EXPECT_EQ(DefaultDevice(flow)->Activate(InterfaceId<Interface>(), CLSCTX_ALL, nullptr, object.ReceiveAny()), S_OK);
+  return object;
+}
+
+inline WAVEFORMATEXTENSIBLE Format(WORD tag, WORD channels, DWORD rate, WORD bits, WORD validBits = 0) {
+  const auto align = static_cast<WORD>(channels * bits / 8);
+  const auto tail = static_cast<WORD>(tag == WAVE_FORMAT_EXTENSIBLE ? 22 : 0);
+  return {{tag, channels, rate, rate * align, align, bits, tail}, {validBits}, 0, KSDATAFORMAT_SUBTYPE_PCM};
+}
+
+// A stream of 1.5 s on the default endpoint, with its service and what that handed out last.
+template <class Service, EDataFlow kFlow, DWORD kFlags>
+struct OpenStream {
+  explicit OpenStream(const WAVEFORMATEXTENSIBLE& format) : frameBytes(format.Format.nBlockAlign) {
+    EXPECT_EQ(client->Initialize(AUDCLNT_SHAREMODE_SHARED, kFlags, 15000000, 0, &format.Format, nullptr), S_OK);
+    EXPECT_EQ(client->GetService(InterfaceId<Service>(), service.ReceiveAny()), S_OK);
+  }
+  ComPtr<IAudioClient> client = Activated<IAudioClient>(kFlow);
+  ComPtr<Service> service;
+  std::size_t frameBytes;
+  BYTE* data = nullptr;
+  UINT32 frames = 0;
+  DWORD flags = 0;
+  UINT64 position = 0;
+};
+
+struct RenderSide : OpenStream<IAudioRenderClient, eRender, AUDCLNT_STREAMFLAGS_AUTOCONVERTPCM> {
+  using OpenStream::OpenStream;
+  void Queue(const std::vector<BYTE>& bytes) {
+    frames = static_cast<UINT32>(bytes.size() / frameBytes);
+    ASSERT_EQ(service->GetBuffer(frames, &data), S_OK);
+    std::memcpy(data, bytes.data(), bytes.size());
+    EXPECT_EQ(service->ReleaseBuffer(frames, 0), S_OK);
+  }
+};
+
+struct CaptureSide : OpenStream<IAudioCaptureClient, eCapture, 0> {
+  using OpenStream::OpenStream;
+  HRESULT Next() { return service->GetBuffer(&data, &frames, &flags, &position, nullptr); }
+  std::vector<BYTE> Drain() {
+    std::vector<BYTE> bytes;
+    for (; Next() == S_OK; service->ReleaseBuffer(frames)) bytes.insert(bytes.end(), data, data + frames * frameBytes);
+    return bytes;
+  }
+};

@@ -1,0 +1,243 @@
+#include <cmath>
+#include <cstdlib>
+#include <memory>
+#include <numbers>
+
+#include "platform/audio_helpers.h"
+
+namespace {
+
+class VirtualMachine : public testing::Test {
+ protected:
+  // A machine on the virtual clock with a speaker and a microphone; the arguments are more keys of theirs and its own.
+  static std::string With(const std::string& speaker, const std::string& mic = "", const std::string& own = "") {
+    return R"({"clock": "virtual", "endpoints": [{"id": "speaker", "flow": "render", "default": ["console"])" +
+           speaker + R"(}, {"id": "mic", "flow": "capture", "default": ["console"])" + mic + "}]" + own + "}";
+  }
+  bool Become(const std::string& json) { return AudioPlatformInitialize(WriteMachine(directory_, json).c_str()) == 0; }
+  static std::string State() {
+    const std::unique_ptr<char, decltype(&std::free)> text(AudioPlatformState(), &std::free);
+    return text == nullptr ? "" : text.get();
+  }
+  void TearDown() override { AudioPlatformUninitialize(); }
+
+ private:
+  TempDirectory directory_;
+};
+
+const WAVEFORMATEXTENSIBLE kMono = Format(WAVE_FORMAT_PCM, 1, 48000, 16);
+
+template <class To, class From>
+std::vector<To> As(const std::vector<From>& from) {
+  std::vector<To> to(from.size() * sizeof(From) / sizeof(To));
+  std::memcpy(to.data(), from.data(), from.size() * sizeof(From));
+  return to;
+}
+
+// A sound at 48000 Hz in steps: until which millisecond which sample.
+std::vector<BYTE> Steps(std::initializer_list<std::pair<std::size_t, std::int16_t>> steps) {
+  std::vector<std::int16_t> samples;
+  for (const auto& [end, sample] : steps) samples.resize(end * 48, sample);
+  return As<BYTE>(samples);
+}
+
+// What the microphone records in `milliseconds` while the sound is played from its start on.
+std::vector<BYTE> PlayAndRecord(const WAVEFORMATEXTENSIBLE& played, const std::vector<BYTE>& sound,
+                                const WAVEFORMATEXTENSIBLE& recorded, DWORD milliseconds) {
+  RenderSide render(played);
+  CaptureSide capture(recorded);
+  render.Queue(sound);
+  EXPECT_EQ(capture.client->Start() | render.client->Start(), S_OK);
+  // The cuts fall where no packet ends.
+  for (DWORD slept = 0; slept < milliseconds; slept += 7) Sleep(std::min<DWORD>(7, milliseconds - slept));
+  EXPECT_EQ(capture.client->Stop(), S_OK);
+  return capture.Drain();
+}
+
+TEST_F(VirtualMachine, HearsAToneAtAnyRate) {
+  // Played at, recorded at, and the error let pass: the rounding of a sample where none is between two frames.
+  const std::tuple<DWORD, DWORD, double> cases[] = {
+      {48000, 48000, 0x1p-31}, {48000, 16000, 0x1p-31}, {44100, 48000, 1e-4}, {8000, 192000, 0.02}};
+  for (const auto& [played, recorded, bound] : cases) {
+    ASSERT_TRUE(Become(With("", R"(, "hears": [{"endpoint": "speaker"}])")));
+    const auto tone = [](DWORD i, DWORD rate) { return 0.9 * std::sin(2 * std::numbers::pi * 1200 * i / rate); };
+    std::vector<std::int32_t> sound;
+    for (DWORD i = 0; i < played; ++i) sound.push_back(static_cast<std::int32_t>(tone(i, played) * 0x1p31));
+    const auto heard = As<std::int32_t>(PlayAndRecord(Format(WAVE_FORMAT_PCM, 1, played, 32), As<BYTE>(sound),
+                                                      Format(WAVE_FORMAT_PCM, 1, recorded, 32), 1000));
+    ASSERT_EQ(heard.size(), recorded);
+    double worst = 0.0;
+    // At the ends the curve bends towards the silence outside.
+    for (DWORD i = 48; i + 48 < recorded; ++i)
+      worst = std::max(worst, std::abs(heard[i] * 0x1p-31 - tone(i, recorded)));
+    EXPECT_LT(worst, bound) << played << " to " << recorded;
+  }
+}
+
+TEST_F(VirtualMachine, ReadsAndWritesEveryFormat) {
+  using Bytes = std::vector<BYTE>;  // of a frame at 0.5, and at twice that, where integers are clipped
+  const std::tuple<WAVEFORMATEXTENSIBLE, Bytes, Bytes> cases[] = {
+      {Format(WAVE_FORMAT_PCM, 1, 48000, 8), {0xC0}, {0xFF}},
+      {kMono, {0, 0x40}, {0xFF, 0x7F}},
+      {Format(WAVE_FORMAT_PCM, 1, 48000, 24), {0, 0, 0x40}, {0xFF, 0xFF, 0x7F}},
+      {Format(WAVE_FORMAT_PCM, 1, 48000, 32), {0, 0, 0, 0x40}, {0xFF, 0xFF, 0xFF, 0x7F}},
+      {Format(WAVE_FORMAT_EXTENSIBLE, 2, 48000, 16, 12), {0, 0x40, 0, 0x40}, {0xF0, 0x7F, 0xF0, 0x7F}},
+      {Format(WAVE_FORMAT_IEEE_FLOAT, 1, 48000, 32), {0, 0, 0, 0x3F}, {0, 0, 0x80, 0x3F}}};
+  for (const auto& [format, half, twice] : cases) {
+    const bool isFloat = format.Format.wFormatTag == WAVE_FORMAT_IEEE_FLOAT;
+    const std::string closest = isFloat ? R"(, "closest": {"tag": "float", "channels": 1})" : "";
+    for (const auto& [gain, expected] : {std::pair{"1", half}, {"2", twice}}) {
+      ASSERT_TRUE(Become(With("", closest + R"(, "hears": [{"endpoint": "speaker", "gain": )" + gain + "}]")));
+      Bytes heard = PlayAndRecord(format, half, format, 10);
+      heard.resize(expected.size());
+      EXPECT_EQ(heard, expected) << format.Format.wBitsPerSample << " bits";
+    }
+  }
+  // The last machine takes that float format alone.
+  WAVEFORMATEX* match = nullptr;
+  const auto mic = Activated<IAudioClient>(eCapture);
+  EXPECT_EQ(mic->IsFormatSupported(AUDCLNT_SHAREMODE_SHARED, &kMono.Format, &match), S_FALSE);
+  EXPECT_EQ(match->wFormatTag, WAVE_FORMAT_IEEE_FLOAT);
+  CoTaskMemFree(match);
+}
+
+TEST_F(VirtualMachine, AppliesLevelsMuteGainAndDelayWhenTheyHold) {
+  const std::string hears = R"(, "levels": [0.5], "format": {"channels": 1},
+    "hears": [{"endpoint": "speaker", "gain": 0.5, "delayMs": 4}])";
+  ASSERT_TRUE(Become(With(R"(, "levels": [0.25, 0.75])", hears)));
+  const auto speaker = Activated<IAudioEndpointVolume>(eRender), mic = Activated<IAudioEndpointVolume>(eCapture);
+  RenderSide one(kMono), other(kMono);  // both play 0.25: they add up
+  CaptureSide capture(kMono);
+  for (RenderSide* render : {&one, &other}) render->Queue(Steps({{1000, 8192}}));
+  EXPECT_EQ(capture.client->Start() | one.client->Start() | other.client->Start(), S_OK);
+  Sleep(10);
+  EXPECT_EQ(speaker->SetChannelVolumeLevelScalar(1, 0.25F, nullptr), S_OK);
+  Sleep(10);
+  EXPECT_EQ(mic->SetChannelVolumeLevelScalar(0, 1.0F, nullptr), S_OK);
+  Sleep(5);
+  EXPECT_EQ(mic->SetMute(TRUE, nullptr), S_OK);
+  Sleep(5);
+  EXPECT_EQ(one.client->Stop() | mic->SetMute(FALSE, nullptr), S_OK);
+  Sleep(10);
+  EXPECT_EQ(capture.Drain(), Steps({{4, 0}, {14, 2048}, {20, 1024}, {25, 2048}, {30, 0}, {34, 2048}, {40, 1024}}));
+}
+
+TEST_F(VirtualMachine, IsSilentWhileARenderStreamIsStoppedOrHasRunDry) {
+  ASSERT_TRUE(Become(With("", R"(, "hears": [{"endpoint": "speaker"}])")));
+  RenderSide render(kMono);
+  CaptureSide capture(kMono);
+  render.Queue(Steps({{20, 1000}}));
+  EXPECT_EQ(capture.client->Start() | render.client->Start(), S_OK);
+  Sleep(5);
+  EXPECT_EQ(render.client->Stop(), S_OK);
+  Sleep(5);
+  EXPECT_EQ(render.client->Start(), S_OK);
+  Sleep(20);
+  render.Queue(Steps({{2, 2000}}));
+  Sleep(1);
+  render.Queue(Steps({{2, 3000}}));
+  Sleep(9);
+  EXPECT_EQ(capture.Drain(), Steps({{5, 1000}, {10, 0}, {25, 1000}, {30, 0}, {32, 2000}, {34, 3000}, {40, 0}}));
+}
+
+TEST_F(VirtualMachine, MakesTheSameNoiseOnEveryRunAndLosesItWhenTheBufferIsFull) {
+  std::vector<std::vector<BYTE>> runs;
+  for (const std::string seed : {"5", "5", "6"}) {
+    ASSERT_TRUE(Become(With("", R"(, "noise": 0.25)", R"(, "seed": )" + seed)));
+    CaptureSide capture(Format(WAVE_FORMAT_PCM, 1, 44150, 16));
+    ASSERT_EQ(capture.client->Start(), S_OK);
+    Sleep(1995);
+    EXPECT_EQ(capture.Next(), S_OK);
+    EXPECT_EQ(capture.service->ReleaseBuffer(0), S_OK);
+    runs.push_back(capture.Drain());
+    EXPECT_EQ(runs.back().size(), 132450U) << "150 packets, of 441 and 442 frames in turn, fit into 1.5 s";
+    int peak = 0;
+    for (const int sample : As<std::int16_t>(runs.back())) peak = std::max(peak, std::abs(sample));
+    EXPECT_TRUE(peak > 8000 && peak <= 8192) << peak;
+    Sleep(30);
+    ASSERT_EQ(capture.Next(), S_OK);
+    EXPECT_EQ(capture.flags, AUDCLNT_BUFFERFLAGS_DATA_DISCONTINUITY);
+    EXPECT_EQ(capture.position, 88300U);
+  }
+  EXPECT_TRUE(runs[0] == runs[1] && runs[0] != runs[2]);
+}
+
+TEST_F(VirtualMachine, FailsAsToldAndChangesNothing) {
+  const char* const faults = R"(, "faults": [{"operation": "IMMDevice::GetId", "status": 1},
+    {"operation": "IAudioEndpointVolume::SetMute", "call": 2, "status": -5, "sticky": true},
+    {"operation": "PropVariantClear", "status": -7}])";
+  ASSERT_TRUE(Become(With("", "", faults)));
+  const auto speaker = Activated<IAudioEndpointVolume>(eRender), mic = Activated<IAudioEndpointVolume>(eCapture);
+  EXPECT_EQ(mic->SetMute(TRUE, nullptr), S_OK);
+  EXPECT_EQ(speaker->SetMute(TRUE, nullptr), -5) << "calls count over all objects";
+  EXPECT_EQ(speaker->SetMute(TRUE, nullptr), -5);
+  BOOL muted = TRUE;
+  EXPECT_EQ(speaker->GetMute(&muted), S_OK);
+  EXPECT_EQ(muted, FALSE);
+  ComPtr<IPropertyStore> store;
+  PROPVARIANT name;
+  const auto device = DefaultDevice(eRender);
+  auto* id = reinterpret_cast<LPWSTR>(&name);
+  EXPECT_EQ(device->GetId(&id), 1);
+  EXPECT_EQ(id, nullptr);
+  EXPECT_EQ(device->GetId(&id), S_OK);
+  CoTaskMemFree(id);
+  EXPECT_EQ(device->OpenPropertyStore(STGM_READ, store.Receive()), S_OK);
+  EXPECT_EQ(store->GetValue(PKEY_Device_FriendlyName, &name), S_OK);
+  EXPECT_EQ(PropVariantClear(&name), -7);
+  EXPECT_EQ(core_audio::TextFrom(name.pwszVal), u"speaker");
+}
+
+TEST_F(VirtualMachine, TracesCallsAndCountsItsObjects) {
+  EXPECT_FALSE(Enumerator());
+  ASSERT_TRUE(Become(With(R"(, "levels": [0.1])")));
+  const auto volume = Activated<IAudioEndpointVolume>(eRender);
+  EXPECT_EQ(volume->SetChannelVolumeLevelScalar(3, 0.3F, nullptr), E_INVALIDARG);
+  Sleep(15);
+  for (const char* piece :
+       {R"({"platform":"virtual","liveObjects":1,"endpoints":[{"id":"speaker","name":"speaker","flow":"render",)",
+        R"("state":"active","default":["console"],"levels":[0.1],"muted":false,"format":{"channels":2,"rate":48000,)",
+        R"("trace":[{"operation":"CoCreateInstance","arguments":{"interface":"IMMDeviceEnumerator"},"status":0},)",
+        R"(Scalar","endpoint":"speaker","arguments":{"channel":3,"level":0.3},"status":-2147024809},)",
+        R"({"operation":"Sleep","arguments":{"milliseconds":15},"status":0}]})"}) {
+    EXPECT_NE(State().find(piece), std::string::npos) << piece << '\n' << State();
+  }
+  AudioPlatformUninitialize();
+  UINT channels = 0;
+  EXPECT_EQ(volume->GetChannelCount(&channels), S_OK) << "objects outlive their platform";
+}
+
+TEST_F(VirtualMachine, RefusesADescriptionWithAMistake) {
+  const std::pair<std::string, const char*> cases[] = {
+      {"{\n \"clock\": \"virtual\",\n}", "line 3, column 1: not JSON"},
+      {"[]", "the description: must be an object, not a list"},
+      {R"({"clok": 1})", "clok: is not a key"},
+      {With("", "", R"(, "clock": "real")"), "clock: stands there twice"},
+      {R"({"endpoints": [{"id": "a\u0000b"}]})", "endpoints[0].id: must be Unicode"},
+      {With(R"(, "state": "lost")"), R"(endpoints[0].state: must be one of "active", "disabled", )"},
+      {With(R"(, "levels": [0.5, 1.5])"), "endpoints[0].levels[1]: must be a number from 0.0 to 1.0, not 1.5"},
+      {With("", R"(, "format": {"rate": "x"})"),
+       "endpoints[1].format.rate: must be a whole number from 1000 to 384000, not \"x\""},
+      {With(R"(, "format": {"bits": 20})"), "endpoints[0].format.bits: must be 8"},
+      {With(R"(, "noise": 0.5)"), "endpoints[0].noise: only a capture endpoint"},
+      {With(R"(, "state": "disabled")"), "endpoints[0].default[0]: an endpoint that isn't active"},
+      {With(R"(}, {"id": "speaker", "flow": "capture")"), "endpoints[1].id: another"},
+      {With(R"(}, {"id": "a", "flow": "render", "default": ["console"])"), "endpoints[1].default[0]: this role's"},
+      {With("", R"(, "hears": [{"endpoint": "b"}])"), "endpoints[1].hears[0].endpoint: no endpoint has this id"},
+      {With("", R"(, "hears": [{"endpoint": "mic"}])"), "endpoints[1].hears[0].endpoint: is not a render"},
+      {R"({"faults": [{"operation": "Sleep", "status": -1}]})", "faults[0].operation: Sleep has no status"},
+      {R"({"faults": [{"operation": "IAudioClient::Go", "status": 0}]})", "faults[0].operation: must be one of \"CoC"}};
+  ASSERT_TRUE(Become(With("")));
+  const std::string before = State();
+  for (const auto& [json, sentence] : cases) {
+    EXPECT_FALSE(Become(json)) << json;
+    EXPECT_EQ(std::string(AudioPlatformError()).rfind(sentence, 0), 0U) << json << '\n' << AudioPlatformError();
+  }
+  for (const char* name : {"virtual:/no/such/file", "virtual:/", "virtuall", ""}) {
+    EXPECT_LT(AudioPlatformInitialize(name), 0) << name;
+    EXPECT_STRNE(AudioPlatformError(), "") << name;
+  }
+  EXPECT_EQ(State(), before) << "a refused description leaves the thread where it was";
+}
+
+}  // namespace
