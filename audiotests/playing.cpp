@@ -1,0 +1,34 @@
+#include "audiotests/playing.h"
+
+#include "audio/platform/core_audio.h"
+
+namespace ZQ_RMT_TESTS_AUDIO {
+namespace {
+
+constexpr DWORD kPollInterval = 10;  // ms
+// The snapshot limits a level to 1.0: this asks for the most there is.
+constexpr float kHighestLevel = 100.0F;
+
+}  // namespace
+
+void LoadTone(audio::AudioRenderStreamClass& stream, audio::EndpointVolumeSnapshotClass& settings,
+              audio::ToneSourceClass& tone) {
+  settings.SaveMute();
+  settings.SetMute(false);
+  settings.SaveLevels();
+  settings.SetAllLevels(kHighestLevel);
+  tone.Synthesize();
+  tone.Rewind();
+  const audio::AudioRenderStreamClass::Buffer buffer = stream.GetBuffer();
+  stream.ReleaseBuffer(tone.FillRenderBuffer(buffer.frames, buffer.data));
+}
+
+void PlayOut(audio::AudioRenderStreamClass& stream) {
+  stream.Start();
+  do {
+    Sleep(kPollInterval);
+  } while (stream.GetCurrentPadding() != 0);
+  stream.Stop();
+}
+
+}  // namespace ZQ_RMT_TESTS_AUDIO

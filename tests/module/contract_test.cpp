@@ -1,0 +1,149 @@
+// The exports, from the host's text to its reply.
+
+#include <gtest/gtest.h>
+
+#include "audio/platform/audio_platform.h"
+#include "support/machines.h"
+#include "support/module_under_test.h"
+
+namespace {
+
+struct Exchange {
+  const char* name;
+  const char* function;
+  std::string contract;
+  std::string reply;
+};
+
+// The frame of a reply, with `core` behind the eight plain members.
+std::string Reply(const std::string& code, const std::string& message, const std::string& nested = "") {
+  return R"({"CoreData":{"TimeStamp":"","TaskName":"","TaskID":"","TaskVersion":"","ReturnCode":)" + code +
+         R"(,"ReturnMessage":")" + message + R"(","Result":"","Status":"")" + nested + "}}";
+}
+
+std::string Device(const std::string& id, const std::string& nested = "") {
+  return R"(,"DeviceInfo":{"DeviceID":"","DeviceInstanceID":")" + id + R"(","Name":"","DUID":"","Type":"")" + nested +
+         "}";
+}
+
+std::string Audio(const std::string& command, const std::string& amplitude, const std::string& target) {
+  return R"(,"AudioData":{"CommandExecuted":)" + command + R"(,"maxAmplitude":)" + amplitude + R"(,"targetDevice":")" +
+         target + R"("})";
+}
+
+std::string Core(const std::string& members) {
+  return R"({"CoreData":{)" + members + "}}";
+}
+
+const std::string kBadInput = Reply("744995686", "Bad JSON input.");
+const std::string kNoAudio = Audio("-1", "0.0", "");
+
+const Exchange kExchanges[] = {
+    {"record_empty", "AudioRecordTest", "", kBadInput},
+    {"play_empty", "AudioPlaybackTest", "", kBadInput},
+    {"record_truncated", "AudioRecordTest", R"({"CoreData":{"TaskID":"1")", kBadInput},
+    {"record_second_value", "AudioRecordTest", R"({"CoreData":{}} {})", kBadInput},
+    {"play_array_root", "AudioPlaybackTest", "[]", kBadInput},
+    {"record_other_case", "AudioRecordTest", R"({"coreData":{}})", kBadInput},
+    {"record_null_core", "AudioRecordTest", R"({"CoreData":null})", kBadInput},
+    {"record_text_core", "AudioRecordTest", R"({"CoreData":"x"})", kBadInput},
+    {"record_infinite_number", "AudioRecordTest", Core(R"("a":17976931348623159e300)"), kBadInput},
+    {"record_lone_first_half", "AudioRecordTest", Core(R"("TaskID":"\ud83d.")"), kBadInput},
+    {"record_lone_second_half", "AudioRecordTest", Core(R"("TaskID":"\\\udc00")"), kBadInput},
+    {"play_pair_and_controls", "AudioPlaybackTest", Core("\"TaskID\":\"\\ud83d\\ude00\\u0001\\t\\u00e4\""),
+     [] {
+       std::string reply = kBadInput;
+       return reply.replace(reply.find(R"("TaskID":"")"), 11, "\"TaskID\":\"😀\\u0001\\tä\"");
+     }()},
+    {"record_no_device", "AudioRecordTest", Core(""), kBadInput},
+    {"record_device_not_an_object", "AudioRecordTest", Core(R"("DeviceInfo":7)"), kBadInput},
+    {"play_no_endpoint", "AudioPlaybackTest", Core(R"("DeviceInfo":{})"),
+     Reply("744995686", "Bad JSON input.", Device(""))},
+    {"record_no_audio_data", "AudioRecordTest", Core(R"("ReturnCode":-5,"DeviceInfo":{"DeviceInstanceID":"X"})"),
+     Reply("-5", "", Device("X"))},
+    {"record_null_audio_data", "AudioRecordTest", Core(R"("DeviceInfo":{"DeviceInstanceID":"X","AudioData":null})"),
+     Reply("0", "", Device("X"))},
+    {"record_no_endpoint", "AudioRecordTest", Core(R"("DeviceInfo":{"AudioData":{}})"),
+     Reply("0", "", Device("", kNoAudio))},
+    {"record_unknown_endpoint", "AudioRecordTest",
+     Core(R"("DeviceInfo":{"DeviceInstanceID":"X","AudioData":{"targetDevice":"Y"}})"),
+     Reply("744770117", "Could not find device", Device("X", Audio("-1", "0.0", "Y")))},
+    {"record_unknown_render_endpoint", "AudioRecordTest",
+     Core(R"("DeviceInfo":{"DeviceInstanceID":"{0.0.1.00000000}.{mic}","AudioData":{"targetDevice":"Y"}})"),
+     Reply("744770117", "Could not find device", Device(kMic, Audio("-1", "0.0", "Y")))},
+    {"play_unknown_endpoint_keeps_audio_data", "AudioPlaybackTest",
+     Core(R"("DeviceInfo":{"DeviceInstanceID":"X","AudioData":{"maxAmplitude":1,"CommandExecuted":7}})"),
+     Reply("744770117", "Could not find device", Device("X", Audio("7", "0.0", "")))},
+    {"play_passes_over_the_code_sent", "AudioPlaybackTest",
+     Core(R"("ReturnCode":5,"DeviceInfo":{"DeviceInstanceID":"SWD\\MMDEVAPI\\{0.0.0.00000000}.{SPEAKER}"})"),
+     Reply("244995729", "Audio Playback Test passed.", Device(R"(SWD\\MMDEVAPI\\{0.0.0.00000000}.{SPEAKER})"))},
+    {"record_keeps_the_code_sent", "AudioRecordTest",
+     Core(R"("ReturnCode":5,"DeviceInfo":{"DeviceInstanceID":"{0.0.1.00000000}.{mic}","AudioData":{}})"),
+     Reply("5", "", Device(kMic, kNoAudio))},
+    {"known_keys_in_wire_order", "AudioPlaybackTest",
+     Core(R"("Status":"s","Unknown":[1],"Result":"r","TaskVersion":"v","TaskID":1,"TaskName":"n","TaskName":"m",)"
+          R"("TimeStamp":"a\u0000b","ReturnCode":4.0)"),
+     R"({"CoreData":{"TimeStamp":"a","TaskName":"n","TaskID":"","TaskVersion":"v","ReturnCode":744995686,)"
+     R"("ReturnMessage":"Bad JSON input.","Result":"r","Status":"s"}})"},
+};
+
+class ContractTest : public testing::TestWithParam<Exchange> {};
+
+TEST_P(ContractTest, GivesTheReplyAndLeavesTheEndpoints) {
+  ModuleUnderTest module;
+  module.StartMachine(QuietMachine());
+  const std::map<std::string, Volume> before = ModuleUnderTest::State().volumes;
+  EXPECT_EQ(module.Call(GetParam().function, GetParam().contract), GetParam().reply);
+  EXPECT_EQ(ModuleUnderTest::State().volumes, before);
+  EXPECT_EQ(ModuleUnderTest::State().liveObjects, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Exchanges, ContractTest, testing::ValuesIn(kExchanges),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+class ModuleTest : public testing::Test {
+ protected:
+  ModuleTest() { module.StartMachine(QuietMachine()); }
+  ModuleUnderTest module;
+};
+
+TEST_F(ModuleTest, NullTextIsAnEmptyText) {
+  EXPECT_EQ(module.CallWide("AudioRecordTest", nullptr), kBadInput);
+  EXPECT_EQ(module.CallWide("AudioPlaybackTest", nullptr), kBadInput);
+}
+
+TEST_F(ModuleTest, WithoutAPlatformOnTheThreadTheTestFails) {
+  AudioPlatformUninitialize();
+  EXPECT_NE(module.Record(kRecordContract).find("744995582"), std::string::npos);
+  EXPECT_NE(module.Play(kPlayContract).find("744995582"), std::string::npos);
+}
+
+TEST_F(ModuleTest, MeasuresTheToneAtFullLevelWhateverTheSettingsWere) {
+  // The tone's largest sample is -29987 of 32768; the microphone hears half of it, in its own 16 bits.
+  EXPECT_NE(module.Record(kRecordContract).find(R"("maxAmplitude":0.4575)"), std::string::npos);
+}
+
+TEST_F(ModuleTest, HearsNothingWithoutATone) {
+  EXPECT_NE(module.Record(kListenContract).find(R"("maxAmplitude":0.0)"), std::string::npos);
+}
+
+TEST_F(ModuleTest, CallsDoNotKnowOfEachOther) {
+  EXPECT_EQ(module.Play("{"), kBadInput);
+  EXPECT_EQ(
+      module.Record(Core(R"("TaskID":"2","DeviceInfo":{"AudioData":{}})")),
+      R"({"CoreData":{"TimeStamp":"","TaskName":"","TaskID":"2","TaskVersion":"","ReturnCode":0,"ReturnMessage":"",)"
+      R"("Result":"","Status":"")" +
+          Device("", kNoAudio) + "}}");
+}
+
+TEST_F(ModuleTest, SurvivesAMillionBracketsAndAHundredMegabytes) {
+  std::string brackets(1000000, '[');
+  EXPECT_EQ(module.Record(brackets), kBadInput);
+  EXPECT_EQ(module.Record(brackets + std::string(1000000, ']')), kBadInput);
+  std::string objects;
+  for (int i = 0; i < 1000000; ++i) objects += R"({"":)";
+  EXPECT_EQ(module.Play(Core(R"("a":)" + objects + "0" + std::string(1000000, '}'))), kBadInput);
+  EXPECT_EQ(module.Play(Core(R"("a":")" + std::string(100000000, 'x') + '"')), kBadInput);
+}
+
+}  // namespace

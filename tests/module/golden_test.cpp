@@ -1,0 +1,92 @@
+// Golden exchanges: each directory holds a call, and the reply, the log and the operations that it must give. With
+// ZQRMT_WRITE_GOLDEN set in the environment what the calls give is written down instead (tools/update-golden).
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "support/machines.h"
+#include "support/module_under_test.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string ReadFile(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return std::move(text).str();
+}
+
+std::string Joined(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += line + "\n";
+  return text;
+}
+
+// The operations as lines. Where up to three of them come again and again, as polls and packets do, they stand once
+// with their number.
+std::string TraceText(const std::vector<Operation>& trace) {
+  std::vector<std::string> lines;
+  for (const Operation& operation : trace) {
+    std::string& line = lines.emplace_back(operation.name);
+    for (const std::string& part : {operation.endpoint, operation.arguments}) line += part.empty() ? "" : " " + part;
+    line += " -> " + std::to_string(operation.status);
+  }
+  std::vector<std::string> folded;
+  for (auto line = lines.cbegin(); line != lines.cend();) {
+    const auto repeats = [&](std::ptrdiff_t size) {
+      std::ptrdiff_t count = 1;
+      while (lines.cend() - line >= (count + 1) * size && std::equal(line, line + size, line + count * size)) ++count;
+      return count;
+    };
+    std::ptrdiff_t size = 1;
+    while (size < 3 && repeats(size) < 3) ++size;
+    const std::ptrdiff_t count = repeats(size) < 3 ? 1 : repeats(size);
+    if (count == 1) size = 1;
+    if (count > 1) folded.push_back(std::to_string(count) + " times:");
+    for (std::ptrdiff_t i = 0; i < size; ++i) folded.push_back((count > 1 ? "  " : "") + line[i]);
+    line += count * size;
+  }
+  return Joined(folded);
+}
+
+void Check(const fs::path& expected, const std::string& actual) {
+  if (std::getenv("ZQRMT_WRITE_GOLDEN") != nullptr) {
+    std::ofstream(expected, std::ios::binary) << actual;
+    return;
+  }
+  EXPECT_EQ(actual, ReadFile(expected)) << expected;
+}
+
+std::vector<std::string> GoldenNames() {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(ZQRMT_GOLDEN)) names.push_back(entry.path().filename().string());
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+class GoldenTest : public testing::TestWithParam<std::string> {};
+
+// A directory named play_... goes to AudioPlaybackTest, any other to AudioRecordTest.
+TEST_P(GoldenTest, GivesTheSameReplyLogAndOperations) {
+  const fs::path directory = fs::path(ZQRMT_GOLDEN) / GetParam();
+  ModuleUnderTest module;
+  module.StartMachine(QuietMachine());
+  module.SetFlag("debug3");
+  const std::string contract = ReadFile(directory / "contract.json");
+  const bool plays = GetParam().starts_with("play_");
+  const std::string reply = plays ? module.Play(contract) : module.Record(contract);
+  Check(directory / "reply.json", reply + "\n");
+  Check(directory / "log.txt", Joined(module.LogLines()));
+  Check(directory / "operations.txt", TraceText(ModuleUnderTest::State().trace));
+}
+
+INSTANTIATE_TEST_SUITE_P(Golden, GoldenTest, testing::ValuesIn(GoldenNames()),
+                         [](const auto& test) { return test.param; });
+
+}  // namespace

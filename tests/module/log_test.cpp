@@ -1,0 +1,100 @@
+// What the module writes into the shared log, and what a log that can't be written does to a call.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <fstream>
+
+#include "support/machines.h"
+#include "support/module_under_test.h"
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+const std::string kTestSource = ", [ZQ_RMT_TESTS_AUDIO::AudioRecordTestClass]";
+const std::string kVersionLine = "244000000, normal: ZQRMTTestsAudio.dll. Version:2.4.4.0" + kTestSource;
+
+std::string Progress(const std::string& percent) {
+  return "244000002, normal: " + percent + "Progress completed" + kTestSource;
+}
+
+TEST(LogTest, ALoadWritesItsVersionForEachTestObject) {
+  EXPECT_EQ(ModuleUnderTest().LogLines(), Lines({kVersionLine, kVersionLine}));
+}
+
+TEST(LogTest, APassingRecordTestShowsItsProgressAndItsPass) {
+  ModuleUnderTest module;
+  module.StartMachine(QuietMachine());
+  module.Record(kRecordContract);
+  EXPECT_EQ(module.LogLines(),
+            Lines({kVersionLine, kVersionLine, Progress(""), Progress("1% "), Progress("2% "), Progress("15% "),
+                   Progress("16% "), Progress("17% "), Progress("90% "), Progress("99% "), Progress("100% "),
+                   "244995728, normal: Audio Record Test passed." + kTestSource}));
+}
+
+TEST(LogTest, AFailingTestStillReachesTheEndOfItsProgress) {
+  ModuleUnderTest module;
+  module.StartMachine(R"({"endpoints": []})");
+  module.Record(kRecordContract);
+  module.Play(kPlayContract);
+  EXPECT_EQ(module.LogLines(),
+            Lines({kVersionLine, kVersionLine, Progress(""), "744770117, warning: Could not find device" + kTestSource,
+                   Progress("100% "), Progress(""), "744995582, warning: Microsoft API Error" + kTestSource}));
+}
+
+TEST(LogTest, AFlagThatHidesTheOutcomeGivesTheHostTheLastLineThatWasShown) {
+  ModuleUnderTest module;
+  module.StartMachine(QuietMachine());
+  module.SetFlag("critical");
+  EXPECT_NE(module.Play("").find(R"("ReturnCode":244000000,"ReturnMessage":"ZQRMTTestsAudio.dll. Version:2.4.4.0")"),
+            std::string::npos);
+}
+
+TEST(LogTest, LinesBeforeTheDirectoryIsThereAreLost) {
+  ModuleUnderTest module([](const auto&) {});
+  module.StartMachine(QuietMachine());
+  EXPECT_NE(module.Play(kPlayContract).find("244995729"), std::string::npos);
+  EXPECT_EQ(module.LogLines(), Lines({"244995729, normal: Audio Playback Test passed." + kTestSource}));
+}
+
+struct BadLog {
+  const char* name;
+  void (*prepare)(const std::filesystem::path&);
+  const char* reply;  // a piece of it
+};
+
+const BadLog kBadLogs[] = {
+    {"no_parent", [](const std::filesystem::path& log) { std::filesystem::create_symlink("missing/deeper", log); },
+     "(null)"},
+    {"file_in_its_place", [](const std::filesystem::path& log) { std::ofstream{log}; }, "(null)"},
+    {"cannot_be_examined", [](const std::filesystem::path& log) { std::filesystem::create_symlink("log", log); },
+     "(null)"},
+    {"log_is_a_directory", [](const std::filesystem::path& log) { create_directories(log / "ZQRMLOG.LOG"); }, "(null)"},
+    {"full_disk",
+     [](const std::filesystem::path& log) {
+       std::filesystem::create_directory(log);
+       std::filesystem::create_symlink("/dev/full", log / "ZQRMLOG.LOG");
+     },
+     "(null)"},
+    {"live_log_cannot_be_opened",
+     [](const std::filesystem::path& log) {
+       std::filesystem::create_directory(log);
+       std::filesystem::create_symlink(log / "missing" / "file", log / "ZQRMLOG.LOG");
+     },
+     "Audio Playback Test passed."},
+};
+
+class BadLogTest : public testing::TestWithParam<BadLog> {};
+
+TEST_P(BadLogTest, TheHostIsAnsweredOrGetsANullPointerAndNoneIsEnded) {
+  ModuleUnderTest module(GetParam().prepare);
+  module.StartMachine(QuietMachine());
+  EXPECT_NE(module.Play(kPlayContract).find(GetParam().reply), std::string::npos);
+  EXPECT_EQ(ModuleUnderTest::State().liveObjects, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Logs, BadLogTest, testing::ValuesIn(kBadLogs),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+}  // namespace
