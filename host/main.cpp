@@ -1,0 +1,75 @@
+// rmthost: loads the test module as any host does, and shows people and scripts what it says.
+#include <cstdio>
+#include <exception>
+
+#include "host/command_line.h"
+#include "host/json_output.h"
+#include "host/system.h"
+
+namespace {
+
+using namespace host;
+
+Answer CarryOut(const Options& options) {
+  const Style style = Style::Of(stdout);
+  switch (options.command) {
+    case Options::Command::kList:
+      return ListEndpoints(options);
+    case Options::Command::kPlay:
+    case Options::Command::kRecord:
+      return TestEndpoints(options, style);
+    case Options::Command::kRun:
+      return RunContract(options, style);
+    case Options::Command::kVersion:
+      break;
+  }
+  return ShowVersion(options);
+}
+
+Answer AnswerOf(const std::vector<std::string>& arguments, std::string& command) {
+  Answer answer;
+  try {
+    const std::variant<Options, HelpText> asked = ParseCommandLine(arguments);
+    if (const HelpText* help = std::get_if<HelpText>(&asked)) {
+      command = "help";
+      answer.text = help->text;
+      answer.result = JsonObject({{"text", JsonString(help->text)}});
+      return answer;
+    }
+    const Options& options = std::get<Options>(asked);
+    command = CommandWord(options.command);
+    return CarryOut(options);
+  } catch (const Failure& failure) {
+    answer.failure = failure;
+  } catch (const std::exception& error) {
+    answer.failure = Failure(ExitCode::kBroken, std::string("rmthost can't go on: ") + error.what() + ".",
+                             "Try again; if it stays, report it with what was typed.");
+  }
+  answer.exitCode = answer.failure->exitCode;
+  return answer;
+}
+
+// Whether all of it arrived.
+bool Print(const std::string& text) {
+  return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::vector<std::string> arguments = Arguments(argc, argv);
+  const bool json = HasFlag(arguments, "--json");
+  const bool quiet = HasFlag(arguments, "--quiet");
+
+  std::string command;
+  Answer answer = AnswerOf(arguments, command);
+  const std::string output = json ? JsonDocument(command, answer) : (quiet ? std::string() : answer.text);
+  if (!Print(output)) {
+    answer.failure = Failure(ExitCode::kBroken, "The answer could not be written to standard output.",
+                             "Check where standard output goes.");
+    std::fputs(FailureText(*answer.failure).c_str(), stderr);
+    return static_cast<int>(answer.failure->exitCode);
+  }
+  if (answer.failure.has_value() && !json) std::fputs(FailureText(*answer.failure).c_str(), stderr);
+  return static_cast<int>(answer.exitCode);
+}

@@ -1,0 +1,232 @@
+"""Drives the built rmthost on virtual machines, as a person or a script would.
+
+The environment names the files: RMTHOST, RMTHOST_MODULE, RMTHOST_SILENT_MODULE and, when rmthost is run by another
+program, that program in RMTHOST_RUNNER.
+"""
+import json
+import os
+import subprocess
+import tempfile
+import unittest
+
+HOST, MODULE = os.environ["RMTHOST"], os.environ["RMTHOST_MODULE"]
+RUNNER = os.environ.get("RMTHOST_RUNNER", "").split()
+PASS, FAIL, BAD_INPUT, NO_ENDPOINT, BROKEN = range(5)
+
+
+def endpoint(flow, id, name, **more):
+    format = {"tag": "pcm", "channels": 2, "rate": 48000, "bits": 16}
+    return {"id": id, "name": name, "flow": flow, "levels": [0.25, 0.75], "format": format, **more}
+
+
+MACHINE = {"clock": "virtual", "endpoints": [
+    endpoint("render", "{0.0.0}.{speaker}", "Speaker", default=["console", "multimedia"], muted=True),
+    endpoint("render", "{0.0.0}.{headset}", "Headset Speaker",
+             format={"tag": "float", "channels": 2, "rate": 44100, "bits": 32}),
+    endpoint("render", "{0.0.0}.{speaker}.rear", "Rear"),
+    endpoint("render", "{0.0.0}.{line}", "Line Out", state="unplugged"),
+    endpoint("render", "{0.0.0}.{hdmi}", "HDMI", state="disabled"),
+    endpoint("capture", "{0.0.1}.{microphone}", "Microphone", default=["console", "multimedia"],
+             format={"tag": "extensible", "channels": 1, "rate": 48000, "bits": 24}, levels=[0.5],
+             hears=[{"endpoint": "{0.0.0}.{speaker}", "gain": 0.5, "delayMs": 0}]),
+    endpoint("capture", "{0.0.1}.{headset}", "Hörmuschel 🎧", hears=[]),
+    endpoint("capture", "{0.0.1}.{gone}", "Microphone", state="notpresent")]}
+CONTRACT = ('{"CoreData":{"TimeStamp":"","TaskName":"Größe 🎧","TaskID":"","TaskVersion":"","ReturnCode":%d,'
+            '"ReturnMessage":"%s","Result":"","Status":"","DeviceInfo":{"DeviceID":"","DeviceInstanceID":"%s",'
+            '"Name":"","DUID":"","Type":"","AudioData":{"CommandExecuted":-1,"maxAmplitude":0.0,"targetDevice":"Y"}}}}')
+
+
+class HostTest(unittest.TestCase):
+    def setUp(self):
+        directory = tempfile.TemporaryDirectory(prefix="rmthost-")
+        self.addCleanup(directory.cleanup)
+        self.directory = directory.name
+        self.write("machine.json", json.dumps(MACHINE).encode())
+
+    def write(self, name, content):
+        with open(os.path.join(self.directory, name), "wb") as file:
+            file.write(content)
+
+    def rmthost(self, *arguments, machine="virtual:machine.json", module=MODULE, stdin=b""):
+        """Runs rmthost with the global options behind the command; returns exit code, output and error text."""
+        command = [*RUNNER, HOST, *arguments, "--platform", machine, "--module", module]
+        done = subprocess.run(command, cwd=self.directory, input=stdin, capture_output=True, timeout=60)
+        return done.returncode, done.stdout, done.stderr.decode()
+
+    def document(self, *arguments, exit_code=PASS, **more):
+        """Runs rmthost with --json in front and returns its one document."""
+        code, output, errors = self.rmthost("--json", *arguments, **more)
+        document = json.loads(output)
+        self.assertEqual((code, document["formatVersion"], document["exitCode"], document["ok"], errors),
+                         (exit_code, 1, exit_code, exit_code == PASS, ""))
+        self.assertEqual(output.count(b"\n"), 1)
+        return document
+
+
+class BadInput(HostTest):
+    def test_each_gets_its_exit_code_and_sentence_as_text_and_as_json(self):
+        for name, content in {"latin1.json": b'{"CoreData":"\xe9"}', "odd.json": b"\xff\xfe{", "nul.json": b"{}\0{}",
+                              "surrogate.json": b"\xff\xfe\x00\xd8{\x00", "text.so": b"no library",
+                              "empty.json": b'{"endpoints": []}', "typo.json": b'{"endpoint": []}'}.items():
+            self.write(name, content)
+        plain = os.path.join(os.path.dirname(HOST), "..", "lib", "libaudioplatform.so")
+        cases = [
+            (BAD_INPUT, "There is no file 'none.json'", ["run", "play", "none.json"], {}),
+            (BAD_INPUT, "'.' can't be read", ["run", "play", "."], {}),
+            (BAD_INPUT, "'latin1.json' isn't valid UTF-8", ["run", "play", "latin1.json"], {}),
+            (BAD_INPUT, "'odd.json' isn't valid UTF-8", ["run", "record", "odd.json"], {}),
+            (BAD_INPUT, "'surrogate.json' isn't valid UTF-8", ["run", "record", "surrogate.json"], {}),
+            (BAD_INPUT, "'nul.json' holds a NUL", ["run", "play", "nul.json"], {}),
+            (BAD_INPUT, "'sing' is no test", ["run", "sing", "-"], {}),
+            (BAD_INPUT, "subcommand is required", [], {}),
+            (BAD_INPUT, "--loud", ["list", "--loud"], {}),
+            (BAD_INPUT, "extra", ["play", "Speaker", "extra"], {}),
+            (BAD_INPUT, "The name of the render endpoint is empty", ["play", ""], {}),
+            (NO_ENDPOINT, "No endpoint is called 'list'", ["play", "list"], {}),
+            (NO_ENDPOINT, "'Microphone' is a capture endpoint", ["play", "microph"], {}),
+            (NO_ENDPOINT, "'0.0.0' can mean any of 3 render endpoints", ["play", "0.0.0"], {}),
+            (NO_ENDPOINT, "'Line Out' is unplugged", ["record", "--render", "line out"], {}),
+            (NO_ENDPOINT, "'HDMI' is disabled", ["play", "hdmi"], {}),
+            (NO_ENDPOINT, "'Microphone' is not present", ["record", "{0.0.1}.{gone}"], {}),
+            (NO_ENDPOINT, "would test 'Speaker'", ["play", "Rear"], {}),
+            (NO_ENDPOINT, "no default capture endpoint", ["record"], {"machine": "virtual:empty.json"}),
+            (BROKEN, "There is no module 'none.so'", ["play"], {"module": "none.so"}),
+            (BROKEN, "'text.so' can't be loaded", ["play"], {"module": "text.so"}),
+            (BROKEN, "doesn't export AudioPlaybackTest", ["run", "play", "-"], {"module": plain}),
+            (BROKEN, "gave no reply", ["play"], {"module": os.environ["RMTHOST_SILENT_MODULE"]}),
+            (BAD_INPUT, "endpoint", ["list"], {"machine": "virtual:typo.json"}),
+            (BAD_INPUT, "none.json", ["list"], {"machine": "virtual:none.json"}),
+            (BAD_INPUT, "'loudspeaker' can't be used", ["list"], {"machine": "loudspeaker"}),
+        ]
+        for code, sentence, arguments, more in cases:
+            with self.subTest(arguments=arguments, **more):
+                exit_code, output, errors = self.rmthost(*arguments, **more)
+                self.assertEqual((exit_code, output), (code, b""))
+                self.assertIn(sentence, errors)
+                self.assertGreaterEqual(errors.count("\n"), 2, "what is wrong, and what to do")
+                error = self.document(*arguments, exit_code=code, **more)["error"]
+                self.assertEqual(error["exitCode"], code)
+                self.assertIn(sentence, error["message"])
+                self.assertTrue(error["advice"])
+
+
+class Endpoints(HostTest):
+    def test_list_shows_what_the_platform_holds(self):
+        document = self.document("list")
+        self.assertEqual(document["command"], "list")
+        listed = {shown["id"]: shown for shown in document["result"]["endpoints"]}
+        self.assertEqual(list(listed), [given["id"] for given in MACHINE["endpoints"]])
+        self.assertEqual(listed["{0.0.0}.{speaker}"], {
+            "id": "{0.0.0}.{speaker}", "name": "Speaker", "flow": "render", "state": "active",
+            "default": ["console", "multimedia"], "levels": [0.25, 0.75], "muted": True,
+            "format": {"channels": 2, "rate": 48000, "bits": 16, "encoding": "pcm"}})
+        self.assertEqual(listed["{0.0.0}.{headset}"]["format"]["encoding"], "float")
+        self.assertEqual(listed["{0.0.1}.{microphone}"]["format"],
+                         {"channels": 1, "rate": 48000, "bits": 24, "encoding": "pcm"})
+        line_out = listed["{0.0.0}.{line}"]
+        self.assertEqual((line_out["state"], line_out["levels"], line_out["muted"]), ("unplugged", None, None))
+        self.assertIn("* Speaker\n    {0.0.0}.{speaker}\n    active, 2 channels, 48000 Hz, 16 bits pcm, "
+                      "volume 25% 75%, muted", self.rmthost("list")[1].decode())
+
+    def test_an_endpoint_is_found_by_id_name_or_piece(self):
+        for name, found in [("{0.0.0}.{SPEAKER}", "{0.0.0}.{speaker}"), ("speaker", "{0.0.0}.{speaker}"),
+                            ("head", "{0.0.0}.{headset}"), ("{head", "{0.0.0}.{headset}")]:
+            self.assertEqual(self.document("play", name)["result"]["render"]["id"], found, name)
+        self.assertEqual(self.document("record", "MICROPHONE")["result"]["capture"]["id"], "{0.0.1}.{microphone}")
+
+    def test_an_ambiguous_name_lists_what_it_can_mean(self):
+        candidates = self.document("play", "spea", exit_code=NO_ENDPOINT)["error"]["candidates"]
+        self.assertEqual(candidates[:2], [{"name": "Speaker", "id": "{0.0.0}.{speaker}"},
+                                          {"name": "Headset Speaker", "id": "{0.0.0}.{headset}"}])
+        self.assertIn("Headset Speaker  {0.0.0}.{headset}", self.rmthost("play", "spea")[2])
+
+
+class Tests(HostTest):
+    def test_a_record_test_measures_the_tone_or_the_silence(self):
+        result = self.document("record", "--render", "speaker")["result"]
+        self.assertEqual((result["passed"], result["returnCode"], result["returnMessage"], result["advice"]),
+                         (True, 244995728, "Audio Record Test passed.", None))
+        # The tone's peak is 29987 of 32768, and half of it is heard.
+        self.assertAlmostEqual(result["maxAmplitude"], 29987 / 32768 / 2, delta=0.01)
+        self.assertAlmostEqual(result["maxAmplitudeDbfs"], -6.8, delta=0.2)
+        self.assertEqual(result["reply"]["CoreData"]["DeviceInfo"]["AudioData"]["targetDevice"], "{0.0.0}.{speaker}")
+        silence = self.document("record", "Hörmuschel")["result"]
+        self.assertEqual((silence["passed"], silence["maxAmplitude"], silence["maxAmplitudeDbfs"], silence["render"]),
+                         (True, 0.0, None, None))
+
+    def test_the_text_shows_verdict_endpoints_and_amplitude(self):
+        code, output, errors = self.rmthost("record", "--render", "speaker")
+        self.assertEqual((code, errors), (PASS, ""))
+        for line in ["PASS  Audio Record Test passed. (244995728)\n", "Microphone\n", "{0.0.0}.{speaker}\n",
+                     "-6.8 dBFS\n", "[###################################.....] -60 to 0 dBFS\n", "ZQRMLOG.LOG\n"]:
+            self.assertIn(line, output.decode())
+        self.assertIn(b"PASS  Audio Playback Test passed. (244995729)\n", self.rmthost("play")[1])
+
+    def test_a_test_that_does_not_pass_says_why(self):
+        fault = {"operation": "IAudioClient::Start", "call": 1, "status": -2004287484}
+        self.write("faulty.json", json.dumps({**MACHINE, "faults": [fault]}).encode())
+        for command in ["play", "record"]:
+            result = self.document(command, exit_code=FAIL, machine="virtual:faulty.json")["result"]
+            self.assertEqual((result["passed"], result["returnCode"]), (False, 744995582))
+            self.assertIn("refused", result["advice"])
+        self.assertIsNone(result["maxAmplitude"])
+        self.assertIn(b"FAIL  Microsoft API Error (744995582)", self.rmthost("play", machine="virtual:faulty.json")[1])
+
+
+class Contracts(HostTest):
+    def test_the_reply_comes_out_byte_for_byte(self):
+        contract = CONTRACT % (0, "", "X")
+        reply = (CONTRACT % (744770117, "Could not find device", "X")).encode()
+        for encoding, content in [("UTF-8", contract.encode()), ("with a mark", contract.encode("utf-8-sig")),
+                                  ("UTF-16LE", b"\xff\xfe" + contract.encode("utf-16-le"))]:
+            with self.subTest(encoding):
+                self.write("größe.json", content)
+                self.assertEqual(self.rmthost("run", "record", "größe.json"), (FAIL, reply, ""))
+                self.assertEqual(self.rmthost("run", "record", "-", stdin=content), (FAIL, reply, ""))
+        self.assertIn(reply, self.rmthost("--json", "run", "record", "-", stdin=contract.encode())[1])
+
+    def test_the_outcome_decides_the_exit_code(self):
+        for test, id in [("play", "{0.0.0}.{speaker}"), ("record", "{0.0.1}.{microphone}")]:
+            contract = (CONTRACT % (0, "", id)).replace('"Y"', '""').encode()
+            self.assertTrue(self.document("run", test, "-", stdin=contract)["result"]["passed"])
+
+    def test_a_text_that_is_no_json_is_answered_and_explained(self):
+        broken = '{\n "é": 1,\n "CoreData" {}}'.encode()
+        code, output, errors = self.rmthost("run", "play", "-", stdin=broken)
+        self.assertEqual((code, json.loads(output)["CoreData"]["ReturnCode"]), (BAD_INPUT, 744995686))
+        self.assertIn("line 3, column 13: Missing a colon", errors)
+        document = self.document("run", "play", "-", exit_code=BAD_INPUT, stdin=broken)
+        self.assertEqual((document["result"]["returnCode"], document["error"]["exitCode"]), (744995686, BAD_INPUT))
+        for text in [b"", b"[" * 1000000, b'{"a":1} {}']:
+            self.assertEqual(self.rmthost("run", "record", "-", stdin=text)[0], BAD_INPUT)
+
+
+class Output(HostTest):
+    def test_quiet_prints_nothing_but_errors(self):
+        for arguments in [["list"], ["play"], ["version"], ["run", "play", "-"]]:
+            code, output, errors = self.rmthost(*arguments, "--quiet", stdin=b"{}")
+            self.assertEqual((code, output, errors), (FAIL if arguments[0] == "run" else PASS, b"", ""), arguments)
+        self.assertRegex(self.rmthost("play", "none", "--quiet")[2], "^rmthost: No endpoint is called 'none'")
+
+    def test_version_and_help(self):
+        result = self.document("version")["result"]
+        self.assertEqual(result["module"], {"path": MODULE, "found": True})
+        self.assertRegex(result["version"], r"^\d+\.\d+\.\d+\.\d+$")
+        self.assertIn("4  platform or module error", self.document("--help")["result"]["text"])
+
+    @unittest.skipUnless(hasattr(os, "openpty") and not RUNNER, "needs a pseudo-terminal")
+    def test_a_terminal_shows_the_progress(self):
+        self.write("real.json", json.dumps({**MACHINE, "clock": "real"}).encode())
+        terminal, other_end = os.openpty()
+        command = [HOST, "record", "--render", "speaker", "--platform", "virtual:real.json", "--module", MODULE]
+        subprocess.run(command, cwd=self.directory, stdout=subprocess.DEVNULL, stderr=other_end, timeout=60, check=True)
+        os.close(other_end)
+        drawn = os.read(terminal, 100000).decode()
+        os.close(terminal)
+        # Another test's lines in the shared log may move the bar too.
+        self.assertRegex(drawn, r"\rrecording \[.{40}\] +[1-9][0-9]* %")
+        self.assertRegex(drawn, r"\r +\r$", "the bar is wiped off")
+
+
+if __name__ == "__main__":
+    unittest.main()
