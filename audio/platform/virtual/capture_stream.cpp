@@ -65,9 +65,13 @@ void CaptureStream::Take(std::size_t frames, std::span<const double> gains, doub
   listen(mix_, {.start = start_, .frame = next_ - startFrame_, .rate = format_.rate});
   const std::size_t taken = begun_.size();
   if (taken == 0) begunTime_ = start_ + TimeOfFrames(next_ - startFrame_, format_.rate);
-  begun_.resize(taken + frames * format_.FrameBytes());
+  begun_.resize(taken + frames * format_.FrameBytes(), format_.SilentByte());
   BYTE* sample = begun_.data() + taken;
   for (const double heard : mix_) {
+    if (heard == 0.0 && noise == 0.0) {
+      sample += format_.FrameBytes();
+      continue;
+    }
     for (const double gain : gains) {
       double value = heard * gain;
       // The distributions of the standard library differ between libraries; the engine doesn't.

@@ -77,11 +77,7 @@ HRESULT RenderStream::ReleaseBuffer(UINT32 frames, DWORD flags, Time now) {
   if (handedOutFrames_ == 0) return frames == 0 ? S_OK : AUDCLNT_E_OUT_OF_ORDER;
   if (frames > handedOutFrames_) return AUDCLNT_E_INVALID_SIZE;
   const auto bytes = static_cast<std::ptrdiff_t>(std::size_t{frames} * format_.FrameBytes());
-  if ((flags & AUDCLNT_BUFFERFLAGS_SILENT) != 0) {
-    for (auto at = handedOut_.begin(); at != handedOut_.begin() + bytes; at += format_.SampleBytes()) {
-      format_.Write(0.0, &*at);
-    }
-  }
+  if ((flags & AUDCLNT_BUFFERFLAGS_SILENT) != 0) std::fill_n(handedOut_.begin(), bytes, format_.SilentByte());
   queue_.insert(queue_.end(), handedOut_.begin(), handedOut_.begin() + bytes);
   handedOutFrames_ = 0;
   if (isRunning_ && !isPlaying_ && frames != 0) Open(now);

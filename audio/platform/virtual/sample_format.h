@@ -30,6 +30,9 @@ struct SampleFormat {
   WORD SampleBytes() const { return static_cast<WORD>(bits / 8); }
   WORD FrameBytes() const { return static_cast<WORD>(channels * SampleBytes()); }
 
+  // Every byte of silence.
+  BYTE SilentByte() const { return bits == 8 ? 128 : 0; }
+
   // The sample at `bytes`, full scale being 1.0. A float that is no number is silence.
   double Read(const BYTE* bytes) const;
   // Writes the nearest sample; an integer one is clipped to full scale.
