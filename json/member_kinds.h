@@ -27,9 +27,8 @@ bool ReadNumber(const Value* member, bool& target);
 // A JSON number of the target's width and sign, or a JSON boolean.
 template <class Number>
 Value NumberValue(Number number) {
-  if constexpr (std::is_same_v<Number, bool> || std::is_floating_point_v<Number>) {
-    return Value(number);
-  } else if constexpr (std::is_same_v<Number, std::int64_t>) {
+  constexpr bool kIsNarrowInteger = std::is_integral_v<Number> && !std::is_same_v<Number, bool> && sizeof(Number) < 8;
+  if constexpr (!kIsNarrowInteger) {
     return Value(number);
   } else if constexpr (std::is_signed_v<Number>) {
     return Value(static_cast<int>(number));
