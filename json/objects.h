@@ -18,6 +18,7 @@ void FindMembers(const Value& object, std::size_t count, const KeyOf& keyOf, con
   std::size_t expected = 0;
   for (const auto& member : object.GetObject()) {
     const std::u16string_view name(member.name.GetString(), member.name.GetStringLength());
+    if (name.empty()) continue;
     for (std::size_t tried = 0; tried < count; ++tried) {
       const std::size_t row = expected + tried < count ? expected + tried : expected + tried - count;
       if (keyOf(row) != name) continue;

@@ -21,6 +21,13 @@ constexpr json::Field kFields[] = {
     json::row<&CoreData::Result>(u"Result", {.id = 7606, .afterWrite = {7620, "Serialize Result:", kValue}}),
     json::row<&CoreData::Status>(u"Status", {.id = 7607, .afterWrite = {7621, "Serialize Status:", kValue}}),
     json::row<&CoreData::DeviceInfo>(u"DeviceInfo", {.id = 7608, .beforeWrite = {7622, "Serialize Nested Objects."}}),
+    json::row<&CoreData::SoftwareInfo>(u"SoftwareInfo", {.id = 7609}),
+    json::row<&CoreData::DiagnosticInfo>(u"DiagnosticInfo", {.id = 7610}),
+    json::row<&CoreData::UIRendering>(u"UIRendering", {.id = 7611}),
+    json::row<&CoreData::EventLoggerData>(u"EventLoggerData", {.id = 7612}),
+    json::row<&CoreData::StateInfo>(u"StateInfo", {.id = 7613}),
+    json::row<&CoreData::TaskArguments>(u"TaskArguments", {.id = 7614, .line = "No Task Arguments set."}),
+    json::row<&CoreData::DriverInfoList>(u"DriverInfoList", {.id = 7609, .line = "No DriverInfo to set."}),
 };
 constexpr json::RecordTable kTable = json::Table({.name = "CoreData",
                                                   .fields = kFields,

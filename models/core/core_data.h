@@ -6,6 +6,13 @@
 
 #include "json/forward.h"
 #include "models/core/device_info.h"
+#include "models/core/diagnostic_info.h"
+#include "models/core/driver_info_list.h"
+#include "models/core/event_logger_data.h"
+#include "models/core/software_info.h"
+#include "models/core/state_info.h"
+#include "models/core/task_arguments.h"
+#include "models/core/ui_rendering.h"
 
 namespace ZQ_RMT_MODELS {
 
@@ -21,6 +28,13 @@ class CoreData {
   std::u16string Result;  // Result and Status travel through
   std::u16string Status;
   std::unique_ptr<ZQ_RMT_MODELS::DeviceInfo> DeviceInfo;
+  std::unique_ptr<ZQ_RMT_MODELS::SoftwareInfo> SoftwareInfo;
+  std::unique_ptr<ZQ_RMT_MODELS::DiagnosticInfo> DiagnosticInfo;
+  std::unique_ptr<ZQ_RMT_MODELS::UIRendering> UIRendering;
+  std::unique_ptr<ZQ_RMT_MODELS::EventLoggerData> EventLoggerData;
+  std::unique_ptr<ZQ_RMT_MODELS::StateInfo> StateInfo;
+  std::unique_ptr<ZQ_RMT_MODELS::TaskArguments> TaskArguments;
+  std::unique_ptr<ZQ_RMT_MODELS::DriverInfoList> DriverInfoList;
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;

@@ -1,0 +1,74 @@
+#include "models/core/dev_properties.h"
+
+#include "json/access.h"
+#include "json/member_kinds.h"
+#include "logging/model_logger.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+using logging::GetModelLogger;
+using TextList = json::KindOf<std::vector<std::u16string>>;
+
+// Other than in the lists of text elsewhere, an element of another kind isn't skipped: it gives the empty text.
+bool ReadValues(const json::Reading& reading, void* target) {
+  if (reading.member == nullptr || !reading.member->IsArray()) return false;
+  auto& values = *static_cast<std::vector<std::u16string>*>(target);
+  values.reserve(reading.member->Size());
+  for (const json::Value& element : reading.member->GetArray()) json::ReadText(&element, values.emplace_back());
+  return true;
+}
+constexpr json::Kind kValues = {ReadValues, TextList::Write, TextList::Print};
+
+constexpr json::Field kPropFields[] = {
+    json::row<&DevProp::Name>(u"Name"),
+    json::row<&DevProp::Type>(u"Type"),
+    json::row<&DevProp::IsArray>(u"IsArray"),
+    json::row<&DevProp::ValueArray, kValues>(u"ValueArray"),
+};
+constexpr json::RecordTable kPropTable = json::Table({.name = "DevProp", .fields = kPropFields, .completeId = 781});
+
+constexpr json::ListLines kLines = {"Serialize Properties Array", "Properties.size():", nullptr};
+constexpr json::Field kFields[] = {json::row<&DevProperties::Properties>(u"Properties", {.list = &kLines})};
+constexpr json::RecordTable kTable = json::Table({.name = "DevProperties", .fields = kFields});
+
+}  // namespace
+
+PropValue DevProp::Deserialize(const json::Value* value) {
+  *this = DevProp();
+  json::ReadRecord(kPropTable, this, value);
+  PropValue entry;
+  if (json::IsAbsentRecord(value)) return entry;
+  json::StoreString(json::FindMember(*value, u"Name"), &entry.Name);
+  json::StoreString(json::FindMember(*value, u"Type"), &entry.Type);
+  entry.IsArray = IsArray;
+  const json::Value* const values = json::FindMember(*value, u"ValueArray");
+  if (values != nullptr && values->IsArray()) entry.ValueArray = ValueArray;
+  return entry;
+}
+
+json::Serialized DevProp::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kPropTable, this, inComingDoc);
+}
+
+std::unique_ptr<PropertySet> DevProperties::Deserialize(const json::Value* value) {
+  auto set = std::make_unique<PropertySet>();
+  GetModelLogger().LogDebug3(1, "Entering DevProperties::Deserialize()", 0.0);
+  const json::Value* const list = value == nullptr ? nullptr : json::FindMember(*value, u"Properties");
+  if (list == nullptr || !list->IsArray()) return set;
+  Properties.reserve(Properties.size() + list->Size());
+  for (const json::Value& element : list->GetArray()) {
+    DevProp& property = Properties.emplace_back();
+    set->AddProperty(property.Deserialize(element.IsObject() ? &element : &json::EmptyObject()));
+  }
+  return set;
+}
+
+json::Serialized DevProperties::Serialize(json::Document* inComingDoc) const {
+  json::Serialized result = json::WriteRecord(kTable, this, inComingDoc);
+  // The host's log readers know the end of this record by the list's name.
+  GetModelLogger().LogDebug2(782, "Serialize Complete:Properties Array", 0.0);
+  return result;
+}
+
+}  // namespace ZQ_RMT_MODELS

@@ -1,0 +1,57 @@
+#include "models/core/diagnostic_info.h"
+
+#include "json/member_kinds.h"
+#include "logging/model_logger.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+using logging::GetModelLogger;
+
+// An entry for each element, also for one that isn't an array, behind the entries that the record has.
+bool ReadData(const json::Reading& reading, void* target) {
+  if (reading.member == nullptr || !reading.member->IsArray()) return false;
+  auto& list = *static_cast<std::vector<DiagData>*>(target);
+  list.reserve(list.size() + reading.member->Size());
+  for (const json::Value& element : reading.member->GetArray()) list.emplace_back().Deserialize(&element);
+  return false;
+}
+constexpr json::Kind kData = {ReadData, json::KindOf<std::vector<DiagData>>::Write, nullptr};
+
+constexpr json::Field kFields[] = {
+    json::row<&DiagnosticInfo::DiagnosticName>(u"DiagnosticName", {.id = 7001, .line = "Set DIAGNOSTIC_NAME:"}),
+    json::row<&DiagnosticInfo::DiagnosticID>(u"DiagnosticID", {.id = 7002, .line = "Set DIAGNOSTIC_ID:"}),
+    json::row<&DiagnosticInfo::DiagnosticActivationRequirement>(
+        u"DiagnosticActivationRequirement", {.id = 7003, .line = "Set DIAGNOSTIC_ACTIVATION_REQUIREMENT:"}),
+    json::row<&DiagnosticInfo::DiagnosticComponent>(u"DiagnosticComponent",
+                                                    {.id = 7004, .line = "Set JSON_DIAGNOSTIC_COMPONENT:"}),
+    json::row<&DiagnosticInfo::DiagnosticDataType>(u"DiagnosticDataType",
+                                                   {.id = 7005, .line = "Set DIAGNOSTIC_DATA_TYPE:"}),
+    json::row<&DiagnosticInfo::DiagnosticData, kData>(u"DiagnosticData"),
+};
+constexpr json::RecordTable kTable =
+    json::Table({.name = "DiagnosticInfo", .fields = kFields, .logsSerializeEntry = false, .completeId = 7006});
+
+}  // namespace
+
+void DiagData::Deserialize(const json::Value* value) {
+  GetModelLogger().LogDebug3(1, "Entering DiagData::Deserialize()", 0.0);
+  if (value != nullptr) json::InsertPairs(*value, Pairs);
+}
+
+json::Serialized DiagData::Serialize(json::Document* inComingDoc) const {
+  json::Serialized result = json::BeginObject(inComingDoc, json::kSilent);
+  result.value = json::PairsValue(Pairs, inComingDoc != nullptr ? *inComingDoc : *result.document);
+  GetModelLogger().LogDebug2(7007, "Serialize Complete:DiagData", 0.0);
+  return result;
+}
+
+void DiagnosticInfo::Deserialize(const json::Value* value) {
+  json::ReadRecord(kTable, this, value);
+}
+
+json::Serialized DiagnosticInfo::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+}  // namespace ZQ_RMT_MODELS

@@ -1,0 +1,50 @@
+#include "models/core/event_logger_data.h"
+
+#include "json/member_kinds.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+constexpr json::Field kEventFields[] = {
+    json::row<&EventModel::EventID>(u"EventID"),
+    json::row<&EventModel::Payload>(u"Payload"),
+    json::row<&EventModel::Source>(u"Source"),
+    json::row<&EventModel::Severity>(u"Severity"),
+};
+constexpr json::RecordTable kEventTable = json::Table({.name = "EventModel",
+                                                       .fields = kEventFields,
+                                                       .logsDeserializeEntry = false,
+                                                       .logsSerializeEntry = false,
+                                                       .completeId = 777});
+
+// The event of the process.
+struct ProcessEvent {
+  std::unique_ptr<EventModel> evModel = std::make_unique<EventModel>();
+} processEvent;
+
+constexpr json::Field kFields[] = {json::row<&ProcessEvent::evModel>(u"evModel")};
+constexpr json::RecordTable kTable = json::Table({.name = "EventLoggerData",
+                                                  .fields = kFields,
+                                                  .logsDeserializeEntry = false,
+                                                  .logsSerializeEntry = false,
+                                                  .completeId = 778});
+
+}  // namespace
+
+void EventModel::Deserialize(const json::Value* value) {
+  json::ReadRecord(kEventTable, this, value);
+}
+
+json::Serialized EventModel::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kEventTable, this, inComingDoc);
+}
+
+void EventLoggerData::Deserialize(const json::Value* value) {
+  json::ReadRecord(kTable, &processEvent, value);
+}
+
+json::Serialized EventLoggerData::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kTable, &processEvent, inComingDoc);
+}
+
+}  // namespace ZQ_RMT_MODELS

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+
+#include "models/core/prop_array.h"
+
+namespace ZQ_RMT_MODELS {
+
+// A lookup of properties by name over a PropArray list. Adding and finding take constant time.
+class PropertySet {
+ public:
+  PropertySet() = default;
+  PropertySet(const PropertySet&) = delete;
+  PropertySet& operator=(const PropertySet&) = delete;
+  ~PropertySet() { PropArray::Destroy(head_); }
+
+  // Adds a copy of `value` and returns 1. Returns 0, with nothing added, when a property of that name is there whose
+  // first entry isn't empty.
+  std::int32_t AddProperty(const PropValue& value);
+
+  // The position of the first property that is named `name`, or `name` followed by "[]"; -1 when there is none.
+  std::int32_t GetIndexByName(const std::u16string& name) const;
+
+  // The first entry of that property's values; empty when there is no such property or it has no values.
+  std::u16string GetValueByName(const std::u16string& name) const;
+
+  // The number of properties; -1 when there are none.
+  std::int32_t Count() const { return head_->Count(); }
+
+ private:
+  const PropArray* Find(const std::u16string& name) const;
+
+  PropArray* const head_ = new PropArray;
+  PropArray* tail_ = head_;
+  std::unordered_map<std::u16string, const PropArray*> firstByName_;
+};
+
+}  // namespace ZQ_RMT_MODELS

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "json/forward.h"
+
+namespace ZQ_RMT_MODELS {
+
+// The software that a task concerns.
+class SoftwareInfo {
+ public:
+  std::u16string ProductName;
+  std::u16string LibraryList;
+  std::vector<std::int32_t> VersionInfo;
+  std::u16string SignatureInfo;
+  std::u16string BuildDate;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+}  // namespace ZQ_RMT_MODELS

@@ -1,0 +1,27 @@
+#include "models/core/state_info.h"
+
+#include "json/member_kinds.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+constexpr json::Field kFields[] = {
+    json::row<&StateInfo::Progress>(u"Progress", {.id = 8201}),
+    json::row<&StateInfo::State>(u"State", {.id = 1}),
+    json::row<&StateInfo::StartTime>(u"StartTime", {.id = 1}),
+    json::row<&StateInfo::PollingTime>(u"PollingTime", {.id = 1}),
+};
+constexpr json::RecordTable kTable =
+    json::Table({.name = "StateInfo", .fields = kFields, .logsSerializeEntry = false, .completeId = 773});
+
+}  // namespace
+
+void StateInfo::Deserialize(const json::Value* value) {
+  json::ReadRecord(kTable, this, value);
+}
+
+json::Serialized StateInfo::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+}  // namespace ZQ_RMT_MODELS

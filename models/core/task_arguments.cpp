@@ -1,0 +1,91 @@
+#include "models/core/task_arguments.h"
+
+#include "json/access.h"
+#include "json/member_kinds.h"
+#include "logging/model_logger.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+using logging::GetModelLogger;
+
+// Unlike other nested records this one is an array on the wire, and any value but null is read.
+bool ReadList(const json::Reading& reading, void* target) {
+  if (reading.member == nullptr) return false;
+  if (reading.member->IsNull()) {
+    json::LogNullRecord(reading.field);
+    return false;
+  }
+  auto list = std::make_unique<ArgumentList>();
+  list->Deserialize(reading.member);
+  *static_cast<std::unique_ptr<ArgumentList>*>(target) = std::move(list);
+  return false;
+}
+constexpr json::Kind kList = {ReadList, json::KindOf<std::unique_ptr<ArgumentList>>::Write, nullptr};
+
+constexpr json::Field kFields[] = {
+    json::row<&TaskArguments::ArgumentList, kList>(u"ArgumentList", {.id = 8301, .line = "No Task Arguments set."}),
+};
+constexpr json::RecordTable kTable =
+    json::Table({.name = "TaskArguments",
+                 .fields = kFields,
+                 .readName = "ZQ_RMT_MODELS::TaskArguments",
+                 .newDocumentId = 0,
+                 .startLine = {0, "Starting serialization in ZQ_RMT_MODELS::TaskArguments::"},
+                 .completeId = 787});
+
+}  // namespace
+
+void ArgumentData::Deserialize(const json::Value& element) {
+  GetModelLogger().LogDebug3(1, "Entering ArgumentData::Deserialize()", 0.0);
+  if (!element.IsObject()) return;
+  json::GetStringMember(element, u"TaskArgumentName", &TaskArgumentName);
+  json::GetStringMember(element, u"TaskArgumentValue", &TaskArgumentValue);
+}
+
+void ArgumentData::Serialize(json::Value& out, json::Document& document) const {
+  out.SetObject();
+  json::AddMember(out, u"TaskArgumentName", json::CopyText(TaskArgumentName, document), document);
+  json::AddMember(out, u"TaskArgumentValue", json::CopyText(TaskArgumentValue, document), document);
+}
+
+void ArgumentList::Deserialize(const json::Value* value) {
+  // The log names the outer class here, as its readers expect.
+  GetModelLogger().LogDebug3(1, "Entering TaskArguments::Deserialize()", 0.0);
+  if (value == nullptr) return;
+  Arguments.clear();
+  if (!value->IsArray()) return;
+  Arguments.reserve(value->Size());
+  // One pair reads all elements and isn't reset in between: an element that lacks a key has the text of the one before
+  // it.
+  ArgumentData argument;
+  for (const json::Value& element : value->GetArray()) {
+    argument.Deserialize(element);
+    Arguments.push_back(argument);
+  }
+}
+
+json::Serialized ArgumentList::Serialize(json::Document* inComingDoc) const {
+  GetModelLogger().LogDebug3(0, "Entering TaskArguments::Serialize()", 0.0);
+  json::Serialized result = json::BeginObject(inComingDoc, json::kSilent);
+  json::Document& document = inComingDoc != nullptr ? *inComingDoc : *result.document;
+  result.value.SetArray();
+  result.value.Reserve(static_cast<rapidjson::SizeType>(Arguments.size()), document.GetAllocator());
+  for (const ArgumentData& argument : Arguments) {
+    json::Value element;
+    argument.Serialize(element, document);
+    result.value.PushBack(element, document.GetAllocator());
+  }
+  GetModelLogger().LogDebug2(786, "Serialize Complete:ArgumentList", 0.0);
+  return result;
+}
+
+void TaskArguments::Deserialize(const json::Value* value) {
+  json::ReadRecord(kTable, this, value);
+}
+
+json::Serialized TaskArguments::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+}  // namespace ZQ_RMT_MODELS

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "json/forward.h"
+
+namespace ZQ_RMT_MODELS {
+
+// The language to speak to the user in.
+class LanguageInfo {
+ public:
+  std::u16string Direction;
+  std::u16string CultureInfo;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+// One parameter of a request to the user.
+class UIParameters {
+ public:
+  std::u16string Label;
+  std::u16string Type;
+  std::u16string ActionName;
+  std::vector<std::u16string> DataValues;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+// What a task asks its host to show to the user.
+class UIRendering {
+ public:
+  std::u16string CategoryType;
+  std::u16string CategoryOrder;
+  std::u16string Request;
+  std::u16string Requestor;
+  std::u16string Recipient;
+  std::u16string Message;
+  std::u16string MessageID;
+  std::u16string MessageLabel;
+  std::vector<UIParameters> Parameters;
+  std::unique_ptr<ZQ_RMT_MODELS::LanguageInfo> LanguageInfo;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+}  // namespace ZQ_RMT_MODELS

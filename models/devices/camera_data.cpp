@@ -1,0 +1,23 @@
+#include "models/devices/camera_data.h"
+
+#include "json/member_kinds.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+constexpr json::Field kFields[] = {
+    json::row<&CameraData::DeviceDescription>(u"DeviceDescription", {.id = 7401, .line = "Set DEVICE DESCRIPTION:"}),
+};
+constexpr json::RecordTable kTable = json::Table({.name = "CameraData", .fields = kFields, .completeId = 7402});
+
+}  // namespace
+
+void CameraData::Deserialize(const json::Value* value) {
+  json::ReadRecord(kTable, this, value);
+}
+
+json::Serialized CameraData::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+}  // namespace ZQ_RMT_MODELS

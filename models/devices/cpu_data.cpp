@@ -1,0 +1,35 @@
+#include "models/devices/cpu_data.h"
+
+#include "json/member_kinds.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+constexpr json::Field kFields[] = {
+    json::row<&CPUData::CoreCount>(u"CoreCount", {.id = 7801, .line = "Set CORE COUNT:"}),
+    json::row<&CPUData::CoreSpeed>(u"CoreSpeed"),
+    json::row<&CPUData::architecture>(u"architecture"),
+    json::row<&CPUData::runType>(u"runType"),
+    json::row<&CPUData::startingTemp>(u"startingTemp"),
+    json::row<&CPUData::operationWeight>(u"operationWeight"),
+    json::row<&CPUData::stressSeconds>(u"stressSeconds"),
+    json::row<&CPUData::coolingSeconds>(u"coolingSeconds"),
+    json::row<&CPUData::stressPercentages>(u"stressPercentages"),
+    json::row<&CPUData::operationsDone>(u"operationsDone"),
+    json::row<&CPUData::operationTemps>(u"operationTemps"),
+    json::row<&CPUData::heatScore>(u"heatScore"),
+    json::row<&CPUData::averageTemp>(u"averageTemp"),
+};
+constexpr json::RecordTable kTable = json::Table({.name = "CPUData", .fields = kFields, .completeId = 7802});
+
+}  // namespace
+
+void CPUData::Deserialize(const json::Value* value) {
+  json::ReadRecord(kTable, this, value);
+}
+
+json::Serialized CPUData::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+}  // namespace ZQ_RMT_MODELS

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "json/forward.h"
+
+namespace ZQ_RMT_MODELS {
+
+// A processor, and a stress run on it.
+class CPUData {
+ public:
+  std::int32_t CoreCount = 0;
+  std::vector<std::int32_t> CoreSpeed;
+  std::u16string architecture;
+  std::int32_t runType = 0;
+  std::int32_t startingTemp = 0;
+  float operationWeight = 0.0F;
+  std::int32_t stressSeconds = 0;
+  std::int32_t coolingSeconds = 0;
+  std::vector<std::int32_t> stressPercentages;
+  std::vector<std::int32_t> operationsDone;
+  std::vector<std::int32_t> operationTemps;
+  float heatScore = 0.0F;
+  std::int32_t averageTemp = 0;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+}  // namespace ZQ_RMT_MODELS

@@ -1,0 +1,28 @@
+#include "models/devices/keyboard_data.h"
+
+#include "json/member_kinds.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+constexpr json::Field kFields[] = {
+    json::row<&KeyboardData::CommandExecuted>(u"CommandExecuted", {.id = 7901, .line = "Set m_commandExecuted:"}),
+    json::row<&KeyboardData::KybdConfiguration>(u"KybdConfiguration", {.id = 7901, .line = "Set m_kybdConfiguration:"}),
+    json::row<&KeyboardData::KybdLayout>(u"KybdLayout", {.id = 7901, .line = "Set m_kybdLayout:"}),
+    json::row<&KeyboardData::TotalNumberOfKeys>(u"TotalNumberOfKeys", {.id = 7901}),
+    json::row<&KeyboardData::hexValuesPressed>(u"hexValuesPressed", {.id = 7901, .line = "hexValuesPressed Count:"}),
+    json::row<&KeyboardData::hexValuesReleased>(u"hexValuesReleased", {.id = 7901, .line = "hexValuesReleased Count:"}),
+};
+constexpr json::RecordTable kTable = json::Table({.name = "KeyboardData", .fields = kFields, .completeId = 7919});
+
+}  // namespace
+
+void KeyboardData::Deserialize(const json::Value* value) {
+  json::ReadRecord(kTable, this, value);
+}
+
+json::Serialized KeyboardData::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+}  // namespace ZQ_RMT_MODELS

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "json/forward.h"
+
+namespace ZQ_RMT_MODELS {
+
+// A keyboard, and the keys pressed on it, as texts that nothing here looks into.
+class KeyboardData {
+ public:
+  std::int32_t CommandExecuted = -1;
+  std::int32_t KybdConfiguration = -1;
+  std::int32_t KybdLayout = -1;
+  std::int32_t TotalNumberOfKeys = -1;
+  std::vector<std::u16string> hexValuesPressed;
+  std::vector<std::u16string> hexValuesReleased;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+}  // namespace ZQ_RMT_MODELS

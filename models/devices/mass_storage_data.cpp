@@ -1,0 +1,84 @@
+#include "models/devices/mass_storage_data.h"
+
+#include "json/member_kinds.h"
+#include "logging/model_logger.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+bool ReadDevice(const json::Reading& reading, void* target) {
+  if (json::IsAbsentRecord(reading.member)) return false;
+  logging::GetModelLogger().LogDebug2(455, "Deserializing DI data.", 0.0);
+  return json::KindOf<std::unique_ptr<STORAGE_DEVICE_INFO>>::Read(reading, target);
+}
+
+// Attributes that are read go behind those that the record has.
+bool ReadSmartAttributes(const json::Reading& reading, void* target) {
+  if (reading.member == nullptr || !reading.member->IsArray()) return false;
+  auto& attributes = *static_cast<std::vector<SMART_ATTRIBUTE>*>(target);
+  attributes.reserve(attributes.size() + reading.member->Size());
+  for (const json::Value& element : reading.member->GetArray()) {
+    SMART_ATTRIBUTE attribute;
+    DeserializeSmartAttribute(element, attribute);
+    attributes.push_back(attribute);
+  }
+  return false;
+}
+
+bool WriteSmartAttributes(const json::Field&, const void* source, json::Document& document, json::Value& out) {
+  out.SetArray();
+  for (const SMART_ATTRIBUTE& attribute : *static_cast<const std::vector<SMART_ATTRIBUTE>*>(source)) {
+    json::Value element;
+    SerializeSmartAttribute(attribute, element, document);
+    out.PushBack(element, document.GetAllocator());
+  }
+  return true;
+}
+
+constexpr json::Kind kDevice = {ReadDevice, json::KindOf<std::unique_ptr<STORAGE_DEVICE_INFO>>::Write, nullptr};
+constexpr json::Kind kSmartAttributes = {ReadSmartAttributes, WriteSmartAttributes, nullptr};
+
+constexpr json::Field kFields[] = {
+    json::row<&MassStorageData::di, kDevice>(u"di"),
+    json::row<&MassStorageData::smartAttributes, kSmartAttributes>(u"smartAttributes"),
+    json::row<&MassStorageData::readCount>(u"readCount", {.id = 0}),
+    json::row<&MassStorageData::pollingTimeoutPercentGracePeriod>(u"pollingTimeoutPercentGracePeriod", {.id = 0}),
+    json::row<&MassStorageData::pollTime>(u"pollTime", {.id = 0}),
+    json::row<&MassStorageData::testTime>(u"testTime", {.id = 0}),
+    json::row<&MassStorageData::maxAllowedTime>(u"maxAllowedTime", {.id = 0}),
+    json::row<&MassStorageData::execStatusNibble>(u"execStatusNibble", {.id = 0}),
+    json::row<&MassStorageData::failingLba>(u"failingLba", {.id = 0}),
+    json::row<&MassStorageData::lifeTimestamp>(u"lifeTimestamp", {.id = 0}),
+    json::row<&MassStorageData::selfTestStatus>(u"selfTestStatus", {.id = 0}),
+    json::row<&MassStorageData::lba>(u"lba", {.id = 0}),
+    json::row<&MassStorageData::latestIndex>(u"latestIndex", {.id = 0}),
+    json::row<&MassStorageData::readGetLastErrorNumber>(u"readGetLastErrorNumber", {.id = 0}),
+    json::row<&MassStorageData::readGetLastErrorMessage>(u"readGetLastErrorMessage"),
+    json::row<&MassStorageData::readFileExOverlappedErrorCode>(u"readFileExOverlappedErrorCode", {.id = 0}),
+    json::row<&MassStorageData::numberOfBytesTransferred>(u"numberOfBytesTransferred", {.id = 0}),
+    json::row<&MassStorageData::overlappedOffset>(u"overlappedOffset", {.id = 0}),
+    json::row<&MassStorageData::overlappedOffsetHigh>(u"overlappedOffsetHigh", {.id = 0}),
+    json::row<&MassStorageData::cylinderLowRegister>(u"cylinderLowRegister", {.id = 0}),
+    json::row<&MassStorageData::cylinderHighRegister>(u"cylinderHighRegister", {.id = 0}),
+    json::row<&MassStorageData::Type>(u"Type", {.id = 0}),
+    json::row<&MassStorageData::PassThrough>(u"PassThrough", {.id = 0}),
+    json::row<&MassStorageData::IsNVMeRST>(u"IsNVMeRST", {.id = 0}),
+    json::row<&MassStorageData::IsNVMeDSTSupport>(u"IsNVMeDSTSupport", {.id = 0}),
+};
+constexpr json::RecordTable kTable =
+    json::Table({.name = "MassStorageData", .fields = kFields, .logsDeserializeEntry = false, .completeId = 776});
+
+}  // namespace
+
+void MassStorageData::Deserialize(const json::Value* value) {
+  if (json::IsAbsentRecord(value)) return;
+  // In the place of the line that other records begin with.
+  logging::GetModelLogger().LogDebug2(456, "Starting MassStorageData::Deserialize", 0.0);
+  json::ReadRecord(kTable, this, value);
+}
+
+json::Serialized MassStorageData::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+}  // namespace ZQ_RMT_MODELS

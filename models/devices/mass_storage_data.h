@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "json/forward.h"
+#include "models/devices/smart_attribute.h"
+#include "models/devices/storage_device_info.h"
+
+namespace ZQ_RMT_MODELS {
+
+// One disk: its identity, its SMART attributes, and the counters, timings and last errors of a read or self-test run on
+// it.
+class MassStorageData {
+ public:
+  std::unique_ptr<STORAGE_DEVICE_INFO> di;
+  std::vector<SMART_ATTRIBUTE> smartAttributes;
+  std::int32_t readCount = -1;
+  std::int32_t pollingTimeoutPercentGracePeriod = 50;
+  std::int32_t pollTime = 0;
+  std::int32_t testTime = 0;
+  std::int32_t maxAllowedTime = 0;
+  std::int32_t execStatusNibble = 0;
+  std::uint32_t failingLba = 0;
+  std::uint16_t lifeTimestamp = 0;
+  std::uint8_t selfTestStatus = 0;
+  std::uint8_t lba = 0;
+  std::int32_t latestIndex = 0;
+  std::int32_t readGetLastErrorNumber = 0;
+  std::u16string readGetLastErrorMessage;
+  std::int32_t readFileExOverlappedErrorCode = 0;
+  std::int32_t numberOfBytesTransferred = 0;
+  std::int32_t overlappedOffset = 0;
+  std::int32_t overlappedOffsetHigh = 0;
+  std::int32_t cylinderLowRegister = 0;
+  std::int32_t cylinderHighRegister = 0;
+  std::u16string Type;
+  std::u16string PassThrough;
+  std::u16string IsNVMeRST;
+  std::u16string IsNVMeDSTSupport;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+}  // namespace ZQ_RMT_MODELS

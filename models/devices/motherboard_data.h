@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "json/forward.h"
+
+namespace ZQ_RMT_MODELS {
+
+// A temperature zone.
+class TemperatureZoneData {
+ public:
+  std::u16string ZoneName;
+  std::int32_t ZoneIndex = -1;
+  std::int32_t ZoneTemperature = -1;
+  std::int32_t CurrentTempUnit = -1;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+// A fan.
+class FanData {
+ public:
+  std::u16string FanName;
+  std::int32_t FanSpeed = -1;
+  std::int32_t CurrentSpeedUnit = -1;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+// A sensor.
+class SensorDataClass {
+ public:
+  std::u16string SensorCategory;
+  std::u16string SensorType;
+  std::u16string SensorID;
+  std::u16string FriendlyName;
+  std::int32_t SensorStateEnum = -1;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+// The thermal view of a machine.
+class MotherboardData {
+ public:
+  std::vector<TemperatureZoneData> TemperatureData;
+  std::vector<ZQ_RMT_MODELS::FanData> FanData;
+  std::vector<SensorDataClass> SensorData;
+  std::vector<std::u16string> KorvGpuIds;
+  std::vector<std::int32_t> KorvGpuTemps;
+  std::int32_t KorvCpuTemp = 0;
+  std::u16string KorvTargetThermalProfile;
+  bool KorvTargetThermalProfileSet = false;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+}  // namespace ZQ_RMT_MODELS

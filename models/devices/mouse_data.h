@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "json/forward.h"
+
+namespace ZQ_RMT_MODELS {
+
+// A rectangle on the screen.
+class BoundingRectangle {
+ public:
+  double Left = 0.0;
+  double Top = 0.0;
+  double Width = 0.0;
+  double Height = 0.0;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+// How often a button was pressed.
+class ButtonClickInfo {
+ public:
+  std::int32_t ButtonPressedCount = 0;
+  std::int32_t ButtonName = -1;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+// One motion, from a source to a target. Both rectangles are there from the start.
+class MouseMotionData {
+ public:
+  std::int32_t MotionController = -1;
+  std::u16string SourceName;
+  std::u16string SourceID;
+  std::u16string SourceType;
+  std::u16string TargetName;
+  std::u16string TargetID;
+  std::u16string TargetType;
+  std::unique_ptr<BoundingRectangle> SourceBoundingRect = std::make_unique<BoundingRectangle>();
+  std::unique_ptr<BoundingRectangle> TargetBoundingRect = std::make_unique<BoundingRectangle>();
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+// A pointing device, and what was done with it.
+class MouseData {
+ public:
+  std::int32_t NumberOfButtons = 0;
+  std::int32_t PointingType = 3;
+  std::int32_t ActionTaken = -1;
+  std::int32_t CommandExecuted = -1;
+  std::int32_t EventRaised = -1;
+  std::vector<std::int32_t> ContainedButtons;
+  std::vector<std::unique_ptr<MouseMotionData>> ExpectedMotions;
+  std::vector<std::unique_ptr<MouseMotionData>> ActualMotions;
+  std::vector<std::unique_ptr<ButtonClickInfo>> ButtonClickCount;
+  std::vector<std::int32_t> ScrollResults;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+
+}  // namespace ZQ_RMT_MODELS

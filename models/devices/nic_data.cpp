@@ -1,0 +1,61 @@
+#include "models/devices/nic_data.h"
+
+#include "json/member_kinds.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+// One record reads all elements and isn't reset in between: an element that lacks a key has the value of the one before
+// it.
+bool ReadAccessPoints(const json::Reading& reading, void* target) {
+  if (reading.member == nullptr || !reading.member->IsArray()) return false;
+  auto& points = *static_cast<std::vector<AccessPointData>*>(target);
+  points.clear();
+  points.reserve(reading.member->Size());
+  AccessPointData point;
+  for (const json::Value& element : reading.member->GetArray()) {
+    point.Deserialize(element.IsObject() ? &element : nullptr);
+    points.push_back(point);
+  }
+  return false;
+}
+
+constexpr json::Kind kAccessPoints = {ReadAccessPoints, json::KindOf<std::vector<AccessPointData>>::Write, nullptr};
+
+constexpr json::Field kAccessPointDataFields[] = {
+    json::row<&AccessPointData::NICAccessPointName>(u"NICAccessPointName"),
+    json::row<&AccessPointData::NICAccessPointPassword>(u"NICAccessPointPassword"),
+    json::row<&AccessPointData::NICIsAccessPointSecured>(u"NICIsAccessPointSecured"),
+};
+constexpr json::RecordTable kAccessPointDataTable =
+    json::Table({.name = "AccessPointData", .fields = kAccessPointDataFields, .logsSerializeEntry = false});
+
+constexpr json::Field kNICDataFields[] = {
+    json::row<&NICData::NICWmiIndexNumber>(u"NICWmiIndexNumber"),
+    json::row<&NICData::NICIrqNumber>(u"NICIrqNumber"),
+    json::row<&NICData::NICType>(u"NICType", {.written = false}),
+    json::row<&NICData::NICDeviceDescription>(u"NICDeviceDescription"),
+    json::row<&NICData::NICAccessPoints, kAccessPoints>(u"NICAccessPoints"),
+};
+constexpr json::RecordTable kNICDataTable =
+    json::Table({.name = "NICData", .fields = kNICDataFields, .completeId = 774});
+
+}  // namespace
+
+void AccessPointData::Deserialize(const json::Value* value) {
+  json::ReadRecord(kAccessPointDataTable, this, value);
+}
+
+json::Serialized AccessPointData::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kAccessPointDataTable, this, inComingDoc);
+}
+
+void NICData::Deserialize(const json::Value* value) {
+  json::ReadRecord(kNICDataTable, this, value);
+}
+
+json::Serialized NICData::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kNICDataTable, this, inComingDoc);
+}
+
+}  // namespace ZQ_RMT_MODELS

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "json/forward.h"
+
+namespace ZQ_RMT_MODELS {
+
+// The Identify Controller data structure of an NVMe disk (CNS 01h), byte for byte as the NVM Express Base
+// Specification, revision 1.4, publishes it.
+struct NVME_IDENTIFY_CONTROLLER_DATA_STRUCT {
+  std::array<std::uint8_t, 4096> bytes{};
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+};
+static_assert(sizeof(NVME_IDENTIFY_CONTROLLER_DATA_STRUCT) == 4096);
+
+}  // namespace ZQ_RMT_MODELS

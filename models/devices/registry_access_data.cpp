@@ -1,0 +1,39 @@
+#include "models/devices/registry_access_data.h"
+
+#include "json/member_kinds.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+// What is read comes on top of the pairs that the record has.
+bool ReadPairs(const json::Reading& reading, void* target) {
+  if (reading.member != nullptr) json::InsertPairs(*reading.member, *static_cast<json::TextMap*>(target));
+  return false;
+}
+
+bool WritePairs(const json::Field&, const void* source, json::Document& document, json::Value& out) {
+  out = json::PairsValue(*static_cast<const json::TextMap*>(source), document);
+  return true;
+}
+
+constexpr json::Kind kPairs = {ReadPairs, WritePairs, nullptr};
+
+constexpr json::Field kFields[] = {
+    json::row<&RegistryAccessData::PathName>(u"PathName", {.id = 7002, .line = "Set JSON_REGACCESS_PATHNAME:"}),
+    json::row<&RegistryAccessData::RegistryData, kPairs>(u"RegistryData"),
+};
+// The host's log readers look for that very word.
+constexpr json::RecordTable kTable =
+    json::Table({.name = "RegistryAccessData", .fields = kFields, .readName = "INCOMPLETE RegistryAccessData"});
+
+}  // namespace
+
+void RegistryAccessData::Deserialize(const json::Value* value) {
+  json::ReadRecord(kTable, this, value);
+}
+
+json::Serialized RegistryAccessData::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+}  // namespace ZQ_RMT_MODELS

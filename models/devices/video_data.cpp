@@ -1,0 +1,24 @@
+#include "models/devices/video_data.h"
+
+#include "json/member_kinds.h"
+
+namespace ZQ_RMT_MODELS {
+namespace {
+
+constexpr json::Field kFields[] = {
+    json::row<&VideoData::DesiredResolution>(u"DesiredResolution", {.id = 8501}),
+    json::row<&VideoData::VideoMemory>(u"VideoMemory", {.id = 8501, .showsValue = false}),
+};
+constexpr json::RecordTable kTable = json::Table({.name = "VideoData", .fields = kFields, .completeId = 8502});
+
+}  // namespace
+
+void VideoData::Deserialize(const json::Value* value) {
+  json::ReadRecord(kTable, this, value);
+}
+
+json::Serialized VideoData::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+}  // namespace ZQ_RMT_MODELS
