@@ -6,9 +6,9 @@
 #include <rapidjson/writer.h>
 #include <utf8.h>
 
-#include <fstream>
-#include <sstream>
 #include <string>
+
+#include "contract_text.h"
 
 #include "logging/model_logger.h"
 #include "models/core/rmt_data_contract.h"
@@ -16,12 +16,7 @@
 namespace {
 
 const std::u16string& Contract() {
-  static const std::u16string kContract = [] {
-    std::ifstream file(ZQRMT_CONTRACT);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return utf8::utf8to16(text.str());
-  }();
+  static const std::u16string kContract = utf8::utf8to16(ContractText());
   return kContract;
 }
 

@@ -12,5 +12,6 @@ using Value = rapidjson::GenericValue<Encoding, Allocator>;
 using Document = rapidjson::GenericDocument<Encoding, Allocator, rapidjson::CrtAllocator>;
 
 struct Serialized;
+struct RecordTable;
 
 }  // namespace json

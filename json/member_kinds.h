@@ -48,6 +48,19 @@ std::string NumberText(Number number) {
   }
 }
 
+template <class Number>
+constexpr const char* NumberName() {
+  if constexpr (std::is_same_v<Number, bool>) {
+    return "flag";
+  } else if constexpr (std::is_floating_point_v<Number>) {
+    return sizeof(Number) == 4 ? "float" : "double";
+  } else if constexpr (std::is_signed_v<Number>) {
+    return sizeof(Number) == 2 ? "int16" : sizeof(Number) == 4 ? "int32" : "int64";
+  } else {
+    return sizeof(Number) == 1 ? "uint8" : sizeof(Number) == 2 ? "uint16" : "uint32";
+  }
+}
+
 // Logs the row's line, which says that the nested record is null.
 void LogNullRecord(const Field& field);
 
@@ -71,7 +84,7 @@ struct KindOf {
   }
   static std::string Print(const void* source) { return NumberText(*static_cast<const Member*>(source)); }
 
-  static constexpr Kind kind = {Read, Write, Print};
+  static constexpr Kind kind = {.read = Read, .write = Write, .print = Print, .name = NumberName<Member>()};
 };
 
 template <>
@@ -85,7 +98,7 @@ struct KindOf<std::u16string> {
   }
   static std::string Print(const void* source) { return WideToNarrow(*static_cast<const std::u16string*>(source)); }
 
-  static constexpr Kind kind = {Read, Write, Print};
+  static constexpr Kind kind = {.read = Read, .write = Write, .print = Print, .name = "text"};
 };
 
 // A nested record, null until its key brings one. Each one read is a new record.
@@ -107,15 +120,20 @@ struct KindOf<std::unique_ptr<Record>> {
     out = std::move(record->Serialize(&document).value);
     return true;
   }
-  static std::string Print(const void*) { return {}; }
 
-  static constexpr Kind kind = {Read, Write, Print, "No ", " to set."};
+  static constexpr Kind kind = {.read = Read,
+                                .write = Write,
+                                .name = "record",
+                                .record = Record::Table,
+                                .linePrefix = "No ",
+                                .lineSuffix = " to set."};
 };
 
 // A list of text or of numbers. Elements of another kind are skipped.
 template <class Element>
 struct ScalarListKind {
   using List = std::vector<Element>;
+  static constexpr const char* kName = std::is_same_v<Element, std::u16string> ? "list of text" : "list of int32";
 
   static bool Read(const Reading& reading, void* target) {
     if (reading.member == nullptr || !reading.member->IsArray()) return false;
@@ -150,7 +168,8 @@ struct ScalarListKind {
   }
   static std::string Print(const void* source) { return std::to_string(static_cast<const List*>(source)->size()); }
 
-  static constexpr Kind kind = {Read, Write, Print, "Set ", " count:"};
+  static constexpr Kind kind = {
+      .read = Read, .write = Write, .print = Print, .name = kName, .linePrefix = "Set ", .lineSuffix = " count:"};
 };
 
 template <>
@@ -162,6 +181,15 @@ struct KindOf<std::vector<std::int32_t>> : ScalarListKind<std::int32_t> {};
 template <class Element>
 struct KindOf<std::vector<Element>> {
   using List = std::vector<Element>;
+
+  template <class Record>
+  static constexpr auto TableOf(Record*) {
+    return Record::Table;
+  }
+  template <class Record>
+  static constexpr auto TableOf(std::unique_ptr<Record>*) {
+    return Record::Table;
+  }
 
   static bool Read(const Reading& reading, void* target) {
     if (reading.member == nullptr || !reading.member->IsArray()) return false;
@@ -189,7 +217,13 @@ struct KindOf<std::vector<Element>> {
   }
   static std::string Print(const void* source) { return std::to_string(static_cast<const List*>(source)->size()); }
 
-  static constexpr Kind kind = {Read, Write, Print, "Set ", " count:"};
+  static constexpr Kind kind = {.read = Read,
+                                .write = Write,
+                                .print = Print,
+                                .name = "list of records",
+                                .record = TableOf(static_cast<Element*>(nullptr)),
+                                .linePrefix = "Set ",
+                                .lineSuffix = " count:"};
 
  private:
   template <class Record>

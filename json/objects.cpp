@@ -5,17 +5,35 @@
 
 namespace json {
 
-Serialized BeginObject(Document* inComingDoc, std::int32_t newDocumentId) {
+Value ObjectWithRoom(std::size_t members, Document& document) {
+  // RapidJSON 1.1.0 has no other way to say how many members there will be.
+  auto fill = [members](Document& handler) {
+    handler.StartObject();
+    for (std::size_t i = 0; i < members; ++i) {
+      handler.Key(u"", 0, false);
+      handler.Null();
+    }
+    return handler.EndObject(static_cast<rapidjson::SizeType>(members));
+  };
+  document.Populate(fill);
+  Value object = std::move(static_cast<Value&>(document));
+  object.RemoveAllMembers();
+  return object;
+}
+
+Serialized BeginObject(Document* inComingDoc, std::int32_t newDocumentId, std::size_t members) {
   constexpr std::size_t kStackCapacity = 1024;
 
   Serialized result;
-  result.value.SetObject();
-  if (inComingDoc != nullptr) return result;
+  if (inComingDoc != nullptr) {
+    result.value = ObjectWithRoom(members, *inComingDoc);
+    return result;
+  }
   if (newDocumentId != kSilent) {
     logging::GetModelLogger().LogDebug2(newDocumentId, "inComingDoc was NULL, Creating new object.", 0.0);
   }
   result.document = std::make_unique<Document>(nullptr, kStackCapacity);
-  result.document->SetObject();
+  result.value = ObjectWithRoom(members, *result.document);
   return result;
 }
 

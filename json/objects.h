@@ -34,8 +34,13 @@ inline bool IsAbsentRecord(const Value* member) {
   return member == nullptr || !member->IsObject();
 }
 
-// An empty object: in the result's own document when `inComingDoc` is null, which is logged under `newDocumentId`.
-Serialized BeginObject(Document* inComingDoc, std::int32_t newDocumentId);
+// An empty object with room for `members` members. By itself RapidJSON makes room for 16, most of it for nothing in a list
+// of small records. The document's root is null afterwards.
+Value ObjectWithRoom(std::size_t members, Document& document);
+
+// The same as the result of a writer: in the result's own document when `inComingDoc` is null, which is logged under
+// `newDocumentId`.
+Serialized BeginObject(Document* inComingDoc, std::int32_t newDocumentId, std::size_t members);
 
 // Adds a member. The key's text is not copied: it must be one of the constants that live as long as the module.
 inline void AddMember(Value& object, std::u16string_view key, Value&& value, Document& document) {

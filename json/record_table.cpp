@@ -61,11 +61,11 @@ Serialized WriteRecord(const RecordTable& table, const void* record, Document* i
     GetModelLogger().LogDebug3(
         table.serializeEntryId, [&] { return std::string("Entering ") + table.name + "::Serialize()"; }, 0.0);
   }
-  Serialized result = BeginObject(inComingDoc, table.newDocumentId);
+  const std::size_t rows = table.writeOrder.empty() ? table.fields.size() : table.writeOrder.size();
+  Serialized result = BeginObject(inComingDoc, table.newDocumentId, rows);
   Document& document = inComingDoc != nullptr ? *inComingDoc : *result.document;
   if (table.startLine.id != kSilent) GetModelLogger().LogDebug2(table.startLine.id, table.startLine.text, 0.0);
 
-  const std::size_t rows = table.writeOrder.empty() ? table.fields.size() : table.writeOrder.size();
   for (std::size_t i = 0; i < rows; ++i) {
     const Field& field = table.fields[table.writeOrder.empty() ? i : table.writeOrder[i]];
     if (!field.options.written) continue;

@@ -41,8 +41,11 @@ struct Kind {
   bool (*read)(const Reading& reading, void* target);
   // Writes `source` into `out`, in `document`'s memory. False: the key is left out.
   bool (*write)(const Field& field, const void* source, Document& document, Value& out);
-  // The value as log lines show it.
-  std::string (*print)(const void* source);
+  // The value as log lines show it; null in a kind whose rows have no such line.
+  std::string (*print)(const void* source) = nullptr;
+  // What docs/contract.md calls it, and the table of the records in it, null where it holds none.
+  const char* name;
+  const RecordTable& (*record)() = nullptr;
   // The words around the key in a row's line, where the row gives no line of its own: "Set K:".
   const char* linePrefix = "Set ";
   const char* lineSuffix = ":";
@@ -74,6 +77,7 @@ struct RowOptions {
   const ListLines* list = nullptr;
   WriteLine beforeWrite = {};
   WriteLine afterWrite = {};
+  const char* note = nullptr;  // for docs/contract.md: what a host's author would not expect
 };
 
 // One row: a key, the member that it stands for, and what is told of it.
@@ -95,6 +99,7 @@ struct RecordTable {
   std::int32_t newDocumentId = kSilent;  // of the line that no document was given
   WriteLine startLine = {};              // follows once the document is settled
   std::int32_t completeId = kSilent;     // of the line that ends writing
+  const char* note = nullptr;            // for docs/contract.md
 };
 
 // More rows than any record has.

@@ -17,7 +17,7 @@ Value PairsValue(const TextMap& map, Document& document) {
   Value array(rapidjson::kArrayType);
   array.Reserve(static_cast<rapidjson::SizeType>(map.size()), document.GetAllocator());
   for (const auto& [name, text] : map) {
-    Value pair(rapidjson::kObjectType);
+    Value pair = ObjectWithRoom(1, document);
     pair.AddMember(CopyText(name, document), CopyText(text, document), document.GetAllocator());
     array.PushBack(pair, document.GetAllocator());
   }

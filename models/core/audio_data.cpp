@@ -28,4 +28,8 @@ json::Serialized AudioData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
 }
 
+const json::RecordTable& AudioData::Table() {
+  return kTable;
+}
+
 }  // namespace ZQ_RMT_MODELS

@@ -16,6 +16,7 @@ class AudioData {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 }  // namespace ZQ_RMT_MODELS

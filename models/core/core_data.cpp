@@ -45,4 +45,8 @@ json::Serialized CoreData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
 }
 
+const json::RecordTable& CoreData::Table() {
+  return kTable;
+}
+
 }  // namespace ZQ_RMT_MODELS

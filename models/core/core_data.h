@@ -38,6 +38,7 @@ class CoreData {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 }  // namespace ZQ_RMT_MODELS

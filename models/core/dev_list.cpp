@@ -1,6 +1,6 @@
 #include "models/core/dev_list.h"
 
-#include <array>
+#include <algorithm>
 
 #include "json/member_kinds.h"
 #include "logging/model_logger.h"
@@ -10,41 +10,26 @@ namespace {
 
 using logging::GetModelLogger;
 
-struct EntryKey {
-  std::u16string_view key;
-  std::u16string DevListEntry::*member;
+constexpr json::Field kEntryFields[] = {
+    json::row<&DevListEntry::Name>(u"Name"),
+    json::row<&DevListEntry::DeviceID>(u"DeviceID"),
+    json::row<&DevListEntry::DeviceInstanceID>(u"DeviceInstanceID"),
+    json::row<&DevListEntry::DUID>(u"DUID"),
+    json::row<&DevListEntry::Type>(u"Type"),
 };
-constexpr std::array<EntryKey, 5> kEntryKeys = {{{u"Name", &DevListEntry::Name},
-                                                 {u"DeviceID", &DevListEntry::DeviceID},
-                                                 {u"DeviceInstanceID", &DevListEntry::DeviceInstanceID},
-                                                 {u"DUID", &DevListEntry::DUID},
-                                                 {u"Type", &DevListEntry::Type}}};
-
-bool ReadSegment(const json::Reading& reading, void* target) {
-  if (reading.member == nullptr || !reading.member->IsArray()) return false;
-  auto& entries = *static_cast<std::vector<DevListEntry>*>(target);
-  entries.clear();
-  entries.reserve(reading.member->Size());
-  for (const json::Value& element : reading.member->GetArray()) {
-    DevListEntry& entry = entries.emplace_back();
-    if (!element.IsObject()) continue;
-    std::array<const json::Value*, kEntryKeys.size()> found;
-    json::FindMembers(
-        element, found.size(), [](std::size_t row) { return kEntryKeys[row].key; }, found.data());
-    for (std::size_t row = 0; row < found.size(); ++row) json::ReadText(found[row], entry.*kEntryKeys[row].member);
-  }
-  return false;
-}
-
-// The record writes its segment itself.
-constexpr json::Kind kSegment = {ReadSegment, nullptr, nullptr};
+constexpr json::RecordTable kEntryTable = json::Table(
+    {.name = "DevListEntry", .fields = kEntryFields, .logsDeserializeEntry = false, .logsSerializeEntry = false});
 
 constexpr json::Field kFields[] = {
     json::row<&DevList::TotalCount>(u"TotalCount", {.id = 7901}),
-    json::row<&DevList::CurrentIndex>(u"CurrentIndex", {.id = 7901}),
-    json::row<&DevList::Segment, kSegment>(u"Segment"),
+    json::row<&DevList::CurrentIndex>(u"CurrentIndex", {.id = 7901, .note = "-1 unless set"}),
+    json::row<&DevList::Segment>(
+        u"Segment", {.note = "comes back 20 entries at a time: those of the segment that CurrentIndex counts, from 0"}),
 };
-constexpr json::RecordTable kTable = json::Table({.name = "DevList", .fields = kFields});
+constexpr json::RecordTable kTable =
+    json::Table({.name = "DevList",
+                 .fields = kFields,
+                 .note = "Comes back as an empty object when `CurrentIndex` is missing or negative."});
 
 void AddNumber(json::Value& object, std::u16string_view key, std::int32_t number, json::Document& document) {
   json::AddMember(object, key, json::Value(number), document);
@@ -52,15 +37,19 @@ void AddNumber(json::Value& object, std::u16string_view key, std::int32_t number
       0, [&] { return "Serialize " + json::WideToNarrow(key) + ":" + json::IntToText(number); }, 0.0);
 }
 
-json::Value EntryValue(const DevListEntry& entry, json::Document& document) {
-  json::Value object(rapidjson::kObjectType);
-  for (const EntryKey& row : kEntryKeys) {
-    json::AddMember(object, row.key, json::CopyText(entry.*row.member, document), document);
-  }
-  return object;
+}  // namespace
+
+void DevListEntry::Deserialize(const json::Value* value) {
+  json::ReadRecord(kEntryTable, this, value);
 }
 
-}  // namespace
+json::Serialized DevListEntry::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kEntryTable, this, inComingDoc);
+}
+
+const json::RecordTable& DevListEntry::Table() {
+  return kEntryTable;
+}
 
 void DevList::Deserialize(const json::Value* value) {
   json::ReadRecord(kTable, this, value);
@@ -68,7 +57,7 @@ void DevList::Deserialize(const json::Value* value) {
 
 json::Serialized DevList::Serialize(json::Document* inComingDoc) const {
   GetModelLogger().LogDebug3(0, "Entering DevList::Serialize()", 0.0);
-  json::Serialized result = json::BeginObject(inComingDoc, json::kSilent);
+  json::Serialized result = json::BeginObject(inComingDoc, json::kSilent, std::size(kFields));
   if (CurrentIndex < 0) return result;
   json::Document& document = inComingDoc != nullptr ? *inComingDoc : *result.document;
   AddNumber(result.value, u"TotalCount", TotalCount, document);
@@ -87,11 +76,15 @@ json::Serialized DevList::Serialize(json::Document* inComingDoc) const {
   for (std::int64_t index = start; index < end; ++index) {
     GetModelLogger().LogDebug2(
         33, [&] { return "Current Index:" + std::to_string(index); }, 0.0);
-    segment.PushBack(EntryValue(Segment[static_cast<std::size_t>(index)], document), document.GetAllocator());
+    segment.PushBack(Segment[static_cast<std::size_t>(index)].Serialize(&document).value, document.GetAllocator());
   }
   json::AddMember(result.value, u"Segment", std::move(segment), document);
   GetModelLogger().LogDebug2(783, "Serialize Complete:devList", 0.0);
   return result;
+}
+
+const json::RecordTable& DevList::Table() {
+  return kTable;
 }
 
 }  // namespace ZQ_RMT_MODELS

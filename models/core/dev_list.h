@@ -9,12 +9,17 @@
 namespace ZQ_RMT_MODELS {
 
 // What identifies one device of a list.
-struct DevListEntry {
+class DevListEntry {
+ public:
   std::u16string DeviceID;
   std::u16string DeviceInstanceID;
   std::u16string Name;
   std::u16string DUID;
   std::u16string Type;
+
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 // A list of devices. It is read whole and written a page at a time: the segment that CurrentIndex names.
@@ -28,6 +33,7 @@ class DevList {
   void Deserialize(const json::Value* value);
   // An empty object when CurrentIndex is negative.
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 }  // namespace ZQ_RMT_MODELS

@@ -18,13 +18,14 @@ bool ReadValues(const json::Reading& reading, void* target) {
   for (const json::Value& element : reading.member->GetArray()) json::ReadText(&element, values.emplace_back());
   return true;
 }
-constexpr json::Kind kValues = {ReadValues, TextList::Write, TextList::Print};
+constexpr json::Kind kValues = {.read = ReadValues, .write = TextList::Write, .name = TextList::kind.name};
 
 constexpr json::Field kPropFields[] = {
     json::row<&DevProp::Name>(u"Name"),
     json::row<&DevProp::Type>(u"Type"),
     json::row<&DevProp::IsArray>(u"IsArray"),
-    json::row<&DevProp::ValueArray, kValues>(u"ValueArray"),
+    json::row<&DevProp::ValueArray, kValues>(u"ValueArray",
+                                             {.note = "an element of another kind gives the empty text"}),
 };
 constexpr json::RecordTable kPropTable = json::Table({.name = "DevProp", .fields = kPropFields, .completeId = 781});
 
@@ -51,6 +52,10 @@ json::Serialized DevProp::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kPropTable, this, inComingDoc);
 }
 
+const json::RecordTable& DevProp::Table() {
+  return kPropTable;
+}
+
 std::unique_ptr<PropertySet> DevProperties::Deserialize(const json::Value* value) {
   auto set = std::make_unique<PropertySet>();
   GetModelLogger().LogDebug3(1, "Entering DevProperties::Deserialize()", 0.0);
@@ -69,6 +74,10 @@ json::Serialized DevProperties::Serialize(json::Document* inComingDoc) const {
   // The host's log readers know the end of this record by the list's name.
   GetModelLogger().LogDebug2(782, "Serialize Complete:Properties Array", 0.0);
   return result;
+}
+
+const json::RecordTable& DevProperties::Table() {
+  return kTable;
 }
 
 }  // namespace ZQ_RMT_MODELS

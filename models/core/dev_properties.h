@@ -21,6 +21,7 @@ class DevProp {
   // "empty".
   PropValue Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 // A device's properties.
@@ -31,6 +32,7 @@ class DevProperties {
   // Adds what `value` holds to the properties that are there, and returns the same as a set for lookup by name.
   std::unique_ptr<PropertySet> Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 }  // namespace ZQ_RMT_MODELS

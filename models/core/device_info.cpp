@@ -24,7 +24,8 @@ bool ReadCamera(const json::Reading& reading, void* target) {
   *static_cast<std::unique_ptr<CameraData>*>(target) = std::move(camera);
   return false;
 }
-constexpr json::Kind kCamera = {ReadCamera, Camera::Write, nullptr};
+constexpr json::Kind kCamera = {
+    .read = ReadCamera, .write = Camera::Write, .name = Camera::kind.name, .record = CameraData::Table};
 
 bool ReadStorage(const json::Reading& reading, void* target) {
   if (reading.member == nullptr || (!reading.member->IsNull() && !reading.member->IsObject())) return false;
@@ -36,7 +37,8 @@ bool ReadStorage(const json::Reading& reading, void* target) {
   GetModelLogger().LogDebug2(7910, "JSON_HDD_HDDDATA Value found.", 0.0);
   return Storage::Read(reading, target);
 }
-constexpr json::Kind kStorage = {ReadStorage, Storage::Write, nullptr};
+constexpr json::Kind kStorage = {
+    .read = ReadStorage, .write = Storage::Write, .name = Storage::kind.name, .record = MassStorageData::Table};
 
 // Ids that stand in several rows are the host's.
 constexpr json::Field kFields[] = {
@@ -46,7 +48,8 @@ constexpr json::Field kFields[] = {
     json::row<&DeviceInfo::DUID>(u"DUID", {.id = 7904}),
     json::row<&DeviceInfo::Type>(u"Type", {.id = 7905}),
     json::row<&DeviceInfo::VideoData>(u"VideoData", {.id = 7906}),
-    json::row<&DeviceInfo::CameraData, kCamera>(u"CameraData"),
+    json::row<&DeviceInfo::CameraData, kCamera>(
+        u"CameraData", {.note = "when null, DeviceDescription of this record, if it is a text, makes a camera record"}),
     json::row<&DeviceInfo::StorageData, kStorage>(u"StorageData", {.id = 7911, .line = "No HDDData to set."}),
     json::row<&DeviceInfo::CPUData>(u"CPUData", {.id = 7912}),
     json::row<&DeviceInfo::MotherboardData>(u"MotherboardData"),
@@ -70,6 +73,10 @@ void DeviceInfo::Deserialize(const json::Value* value) {
 
 json::Serialized DeviceInfo::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+const json::RecordTable& DeviceInfo::Table() {
+  return kTable;
 }
 
 }  // namespace ZQ_RMT_MODELS

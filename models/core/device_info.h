@@ -44,6 +44,7 @@ class DeviceInfo {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 }  // namespace ZQ_RMT_MODELS

@@ -16,7 +16,8 @@ bool ReadData(const json::Reading& reading, void* target) {
   for (const json::Value& element : reading.member->GetArray()) list.emplace_back().Deserialize(&element);
   return false;
 }
-constexpr json::Kind kData = {ReadData, json::KindOf<std::vector<DiagData>>::Write, nullptr};
+constexpr json::Kind kData = {
+    .read = ReadData, .write = json::KindOf<std::vector<DiagData>>::Write, .name = "list of lists of pairs"};
 
 constexpr json::Field kFields[] = {
     json::row<&DiagnosticInfo::DiagnosticName>(u"DiagnosticName", {.id = 7001, .line = "Set DIAGNOSTIC_NAME:"}),
@@ -27,7 +28,10 @@ constexpr json::Field kFields[] = {
                                                     {.id = 7004, .line = "Set JSON_DIAGNOSTIC_COMPONENT:"}),
     json::row<&DiagnosticInfo::DiagnosticDataType>(u"DiagnosticDataType",
                                                    {.id = 7005, .line = "Set DIAGNOSTIC_DATA_TYPE:"}),
-    json::row<&DiagnosticInfo::DiagnosticData, kData>(u"DiagnosticData"),
+    json::row<&DiagnosticInfo::DiagnosticData, kData>(
+        u"DiagnosticData",
+        {.note = "each list an array of objects of one member each, the name and its text; comes back "
+                 "sorted by name, the first of two like names; an element that is no array gives []"}),
 };
 constexpr json::RecordTable kTable =
     json::Table({.name = "DiagnosticInfo", .fields = kFields, .logsSerializeEntry = false, .completeId = 7006});
@@ -40,7 +44,7 @@ void DiagData::Deserialize(const json::Value* value) {
 }
 
 json::Serialized DiagData::Serialize(json::Document* inComingDoc) const {
-  json::Serialized result = json::BeginObject(inComingDoc, json::kSilent);
+  json::Serialized result = json::BeginObject(inComingDoc, json::kSilent, 0);
   result.value = json::PairsValue(Pairs, inComingDoc != nullptr ? *inComingDoc : *result.document);
   GetModelLogger().LogDebug2(7007, "Serialize Complete:DiagData", 0.0);
   return result;
@@ -52,6 +56,10 @@ void DiagnosticInfo::Deserialize(const json::Value* value) {
 
 json::Serialized DiagnosticInfo::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+const json::RecordTable& DiagnosticInfo::Table() {
+  return kTable;
 }
 
 }  // namespace ZQ_RMT_MODELS

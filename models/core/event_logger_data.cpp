@@ -23,11 +23,13 @@ struct ProcessEvent {
 } processEvent;
 
 constexpr json::Field kFields[] = {json::row<&ProcessEvent::evModel>(u"evModel")};
-constexpr json::RecordTable kTable = json::Table({.name = "EventLoggerData",
-                                                  .fields = kFields,
-                                                  .logsDeserializeEntry = false,
-                                                  .logsSerializeEntry = false,
-                                                  .completeId = 778});
+constexpr json::RecordTable kTable =
+    json::Table({.name = "EventLoggerData",
+                 .fields = kFields,
+                 .logsDeserializeEntry = false,
+                 .logsSerializeEntry = false,
+                 .completeId = 778,
+                 .note = "Comes back with the last event that any contract brought to this process."});
 
 }  // namespace
 
@@ -39,12 +41,20 @@ json::Serialized EventModel::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kEventTable, this, inComingDoc);
 }
 
+const json::RecordTable& EventModel::Table() {
+  return kEventTable;
+}
+
 void EventLoggerData::Deserialize(const json::Value* value) {
   json::ReadRecord(kTable, &processEvent, value);
 }
 
 json::Serialized EventLoggerData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, &processEvent, inComingDoc);
+}
+
+const json::RecordTable& EventLoggerData::Table() {
+  return kTable;
 }
 
 }  // namespace ZQ_RMT_MODELS

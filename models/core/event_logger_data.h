@@ -17,6 +17,7 @@ class EventModel {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 // Carries an event. It lives in the process and not in this record: each event that any contract brings takes the place
@@ -25,6 +26,7 @@ class EventLoggerData {
  public:
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 }  // namespace ZQ_RMT_MODELS

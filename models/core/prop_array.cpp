@@ -19,12 +19,12 @@ std::int32_t PropArray::Count() const {
 const PropValue* PropArray::At(const PropArray* node, std::int32_t position) {
   if (node == nullptr) return nullptr;
   for (node = Head(node); node != nullptr; node = node->next_) {
-    if (node->index_ == position) return node->value_.get();
+    if (node->index_ == position) return &node->value_;
   }
   return nullptr;
 }
 
-PropArray* PropArray::Append(const PropValue& added) {
+PropArray* PropArray::Append(PropValue added) {
   PropArray* node = Tail(this);
   if (node->index_ != -1) {
     auto* const behind = new PropArray;
@@ -34,7 +34,7 @@ PropArray* PropArray::Append(const PropValue& added) {
     node->last_ = false;
     node = behind;
   }
-  *node->value_ = added;
+  node->value_ = std::move(added);
   node->last_ = true;
   // The nodes before are numbered already.
   ++node->index_;
@@ -65,7 +65,7 @@ PropArray* PropArray::Resize(std::int32_t count) {
     delete std::exchange(tail, before);
   }
   if (count == 0) {
-    *tail->value_ = PropValue{};
+    tail->value_ = PropValue{};
     tail->index_ = -1;
   }
   return tail;
@@ -74,13 +74,13 @@ PropArray* PropArray::Resize(std::int32_t count) {
 const PropValue* PropArray::Replace(const PropValue* key, const PropValue* replacement) {
   if (key == nullptr) return replacement;
   PropArray* const head = Head(this);
-  PropArray* match = CompareValue(*head->value_, *key) == 0 ? head : nullptr;
+  PropArray* match = CompareValue(head->value_, *key) == 0 ? head : nullptr;
   if (match == nullptr) {
     for (PropArray* node = head->next_; node != nullptr; node = node->next_) {
-      if (CompareValue(*node->value_, *key) == 0) match = node;
+      if (CompareValue(node->value_, *key) == 0) match = node;
     }
   }
-  if (match != nullptr) match->value_ = std::make_unique<PropValue>(*replacement);
+  if (match != nullptr) match->value_ = *replacement;
   return replacement;
 }
 

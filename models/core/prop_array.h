@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 
 #include "models/core/prop_value.h"
 
@@ -25,9 +24,9 @@ class PropArray final {
   // The property at a position from 0, owned by the list; null when there is none. A null `node` is a list of none.
   static const PropValue* At(const PropArray* node, std::int32_t position);
 
-  // Puts a copy of `added` behind the list's end, in the place of the initial node where that is all there is. Returns
+  // Puts `added` behind the list's end, in the place of the initial node where that is all there is. Returns
   // the node that holds it.
-  PropArray* Append(const PropValue& added);
+  PropArray* Append(PropValue added);
 
   // Takes this node out of the list and releases it. Returns the list's head, null when no node remains.
   PropArray* Remove();
@@ -40,11 +39,11 @@ class PropArray final {
   // one's. Returns `replacement`. Nothing is replaced when `key` is null.
   virtual const PropValue* Replace(const PropValue* key, const PropValue* replacement);
 
-  const PropValue& Value() const { return *value_; }
+  const PropValue& Value() const { return value_; }
   std::int32_t Index() const { return index_; }  // from 0; -1 in an initial node
   bool IsLast() const { return last_; }          // whether this is the node appended last
   // Whether this node is a whole list that counts -1.
-  bool IsEmptyList() const { return previous_ == nullptr && next_ == nullptr && value_->Name == u"empty"; }
+  bool IsEmptyList() const { return previous_ == nullptr && next_ == nullptr && value_.Name == u"empty"; }
 
  private:
   template <class Node>
@@ -57,7 +56,7 @@ class PropArray final {
     return node;
   }
 
-  std::unique_ptr<PropValue> value_ = std::make_unique<PropValue>();
+  PropValue value_;
   bool last_ = true;
   PropArray* previous_ = nullptr;
   PropArray* next_ = nullptr;

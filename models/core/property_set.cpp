@@ -1,13 +1,15 @@
 #include "models/core/property_set.h"
 
+#include <utility>
+
 #include "logging/model_logger.h"
 
 namespace ZQ_RMT_MODELS {
 
-std::int32_t PropertySet::AddProperty(const PropValue& value) {
+std::int32_t PropertySet::AddProperty(PropValue value) {
   if (!GetValueByName(value.Name).empty()) return 0;
-  tail_ = tail_->Append(value);
-  firstByName_.emplace(value.Name, tail_);
+  tail_ = tail_->Append(std::move(value));
+  firstByName_.emplace(tail_->Value().Name, tail_);
   return 1;
 }
 

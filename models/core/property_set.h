@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 #include "models/core/prop_array.h"
@@ -16,9 +17,9 @@ class PropertySet {
   PropertySet& operator=(const PropertySet&) = delete;
   ~PropertySet() { PropArray::Destroy(head_); }
 
-  // Adds a copy of `value` and returns 1. Returns 0, with nothing added, when a property of that name is there whose
+  // Adds `value` and returns 1. Returns 0, with nothing added, when a property of that name is there whose
   // first entry isn't empty.
-  std::int32_t AddProperty(const PropValue& value);
+  std::int32_t AddProperty(PropValue value);
 
   // The position of the first property that is named `name`, or `name` followed by "[]"; -1 when there is none.
   std::int32_t GetIndexByName(const std::u16string& name) const;
@@ -34,7 +35,8 @@ class PropertySet {
 
   PropArray* const head_ = new PropArray;
   PropArray* tail_ = head_;
-  std::unordered_map<std::u16string, const PropArray*> firstByName_;
+  // The names are those that the nodes hold.
+  std::unordered_map<std::u16string_view, const PropArray*> firstByName_;
 };
 
 }  // namespace ZQ_RMT_MODELS

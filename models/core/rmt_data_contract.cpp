@@ -34,6 +34,10 @@ json::Serialized RMTDataContract::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
 }
 
+const json::RecordTable& RMTDataContract::Table() {
+  return kTable;
+}
+
 std::u16string RMTDataContract::Serialize() const {
   json::Document document(nullptr, kStackCapacity);
   return json::ValueToText(Serialize(&document).value);

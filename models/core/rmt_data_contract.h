@@ -20,6 +20,7 @@ class RMTDataContract {
   bool Deserialize(const json::Value& value);
 
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
   // The contract as compact JSON, its keys in the order of the wire.
   std::u16string Serialize() const;
 };

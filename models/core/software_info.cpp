@@ -25,4 +25,8 @@ json::Serialized SoftwareInfo::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
 }
 
+const json::RecordTable& SoftwareInfo::Table() {
+  return kTable;
+}
+
 }  // namespace ZQ_RMT_MODELS

@@ -24,4 +24,8 @@ json::Serialized StateInfo::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
 }
 
+const json::RecordTable& StateInfo::Table() {
+  return kTable;
+}
+
 }  // namespace ZQ_RMT_MODELS

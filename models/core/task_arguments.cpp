@@ -1,6 +1,5 @@
 #include "models/core/task_arguments.h"
 
-#include "json/access.h"
 #include "json/member_kinds.h"
 #include "logging/model_logger.h"
 
@@ -21,10 +20,27 @@ bool ReadList(const json::Reading& reading, void* target) {
   *static_cast<std::unique_ptr<ArgumentList>*>(target) = std::move(list);
   return false;
 }
-constexpr json::Kind kList = {ReadList, json::KindOf<std::unique_ptr<ArgumentList>>::Write, nullptr};
+constexpr json::Kind kList = {.read = ReadList,
+                              .write = json::KindOf<std::unique_ptr<ArgumentList>>::Write,
+                              .name = "list of records",
+                              .record = ArgumentData::Table,
+                              .linePrefix = "No ",
+                              .lineSuffix = " to set."};
+
+constexpr json::Field kArgumentFields[] = {
+    json::row<&ArgumentData::TaskArgumentName>(u"TaskArgumentName"),
+    json::row<&ArgumentData::TaskArgumentValue>(u"TaskArgumentValue"),
+};
+constexpr json::RecordTable kArgumentTable =
+    json::Table({.name = "ArgumentData", .fields = kArgumentFields, .logsSerializeEntry = false});
 
 constexpr json::Field kFields[] = {
-    json::row<&TaskArguments::ArgumentList, kList>(u"ArgumentList", {.id = 8301, .line = "No Task Arguments set."}),
+    json::row<&TaskArguments::ArgumentList, kList>(
+        u"ArgumentList",
+        {.id = 8301,
+         .line = "No Task Arguments set.",
+         .note =
+             "an element that lacks a key has the text of the element before it; what is no array is an empty list"}),
 };
 constexpr json::RecordTable kTable =
     json::Table({.name = "TaskArguments",
@@ -36,17 +52,16 @@ constexpr json::RecordTable kTable =
 
 }  // namespace
 
-void ArgumentData::Deserialize(const json::Value& element) {
-  GetModelLogger().LogDebug3(1, "Entering ArgumentData::Deserialize()", 0.0);
-  if (!element.IsObject()) return;
-  json::GetStringMember(element, u"TaskArgumentName", &TaskArgumentName);
-  json::GetStringMember(element, u"TaskArgumentValue", &TaskArgumentValue);
+void ArgumentData::Deserialize(const json::Value* value) {
+  json::ReadRecord(kArgumentTable, this, value);
 }
 
-void ArgumentData::Serialize(json::Value& out, json::Document& document) const {
-  out.SetObject();
-  json::AddMember(out, u"TaskArgumentName", json::CopyText(TaskArgumentName, document), document);
-  json::AddMember(out, u"TaskArgumentValue", json::CopyText(TaskArgumentValue, document), document);
+json::Serialized ArgumentData::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kArgumentTable, this, inComingDoc);
+}
+
+const json::RecordTable& ArgumentData::Table() {
+  return kArgumentTable;
 }
 
 void ArgumentList::Deserialize(const json::Value* value) {
@@ -60,21 +75,19 @@ void ArgumentList::Deserialize(const json::Value* value) {
   // it.
   ArgumentData argument;
   for (const json::Value& element : value->GetArray()) {
-    argument.Deserialize(element);
+    argument.Deserialize(element.IsObject() ? &element : nullptr);
     Arguments.push_back(argument);
   }
 }
 
 json::Serialized ArgumentList::Serialize(json::Document* inComingDoc) const {
   GetModelLogger().LogDebug3(0, "Entering TaskArguments::Serialize()", 0.0);
-  json::Serialized result = json::BeginObject(inComingDoc, json::kSilent);
+  json::Serialized result = json::BeginObject(inComingDoc, json::kSilent, 0);
   json::Document& document = inComingDoc != nullptr ? *inComingDoc : *result.document;
   result.value.SetArray();
   result.value.Reserve(static_cast<rapidjson::SizeType>(Arguments.size()), document.GetAllocator());
   for (const ArgumentData& argument : Arguments) {
-    json::Value element;
-    argument.Serialize(element, document);
-    result.value.PushBack(element, document.GetAllocator());
+    result.value.PushBack(argument.Serialize(&document).value, document.GetAllocator());
   }
   GetModelLogger().LogDebug2(786, "Serialize Complete:ArgumentList", 0.0);
   return result;
@@ -86,6 +99,10 @@ void TaskArguments::Deserialize(const json::Value* value) {
 
 json::Serialized TaskArguments::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+const json::RecordTable& TaskArguments::Table() {
+  return kTable;
 }
 
 }  // namespace ZQ_RMT_MODELS

@@ -9,14 +9,14 @@
 namespace ZQ_RMT_MODELS {
 
 // One argument of a task: a name and a value, both text whatever they mean to the task.
-struct ArgumentData {
+class ArgumentData {
+ public:
   std::u16string TaskArgumentName;
   std::u16string TaskArgumentValue;
 
-  // Reads an element of the list. A key that it lacks leaves its member as it was.
-  void Deserialize(const json::Value& element);
-  // Makes `out` the object of the pair.
-  void Serialize(json::Value& out, json::Document& document) const;
+  void Deserialize(const json::Value* value);
+  json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 // A task's arguments, an array on the wire.
@@ -35,6 +35,7 @@ class TaskArguments {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 }  // namespace ZQ_RMT_MODELS

@@ -11,14 +11,16 @@ bool ReadCultureInfo(const json::Reading& reading, void* target) {
   if (json::FindMember(reading.object, u"Direction") == nullptr) return false;
   return json::KindOf<std::u16string>::Read(reading, target);
 }
-constexpr json::Kind kCultureInfo = {ReadCultureInfo, json::KindOf<std::u16string>::Write, nullptr};
+constexpr json::Kind kCultureInfo = {
+    .read = ReadCultureInfo, .write = json::KindOf<std::u16string>::Write, .name = "text"};
 
 constexpr json::ListLines kParameterLines = {"Serialize Parameters Array",
                                              "Parameters.size():", "Serialized Parameters Array"};
 
 constexpr json::Field kLanguageInfoFields[] = {
     json::row<&LanguageInfo::Direction>(u"Direction", {.id = 7901}),
-    json::row<&LanguageInfo::CultureInfo, kCultureInfo>(u"CultureInfo"),
+    json::row<&LanguageInfo::CultureInfo, kCultureInfo>(
+        u"CultureInfo", {.note = "read only when Direction is there, of whatever kind"}),
 };
 constexpr json::RecordTable kLanguageInfoTable =
     json::Table({.name = "LanguageInfo", .fields = kLanguageInfoFields, .completeId = 7919});
@@ -58,6 +60,10 @@ json::Serialized LanguageInfo::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kLanguageInfoTable, this, inComingDoc);
 }
 
+const json::RecordTable& LanguageInfo::Table() {
+  return kLanguageInfoTable;
+}
+
 void UIParameters::Deserialize(const json::Value* value) {
   json::ReadRecord(kUIParametersTable, this, value);
 }
@@ -66,12 +72,20 @@ json::Serialized UIParameters::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kUIParametersTable, this, inComingDoc);
 }
 
+const json::RecordTable& UIParameters::Table() {
+  return kUIParametersTable;
+}
+
 void UIRendering::Deserialize(const json::Value* value) {
   json::ReadRecord(kUIRenderingTable, this, value);
 }
 
 json::Serialized UIRendering::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kUIRenderingTable, this, inComingDoc);
+}
+
+const json::RecordTable& UIRendering::Table() {
+  return kUIRenderingTable;
 }
 
 }  // namespace ZQ_RMT_MODELS

@@ -90,12 +90,20 @@ json::Serialized BatteryDiagsProperties::Serialize(json::Document* inComingDoc) 
   return json::WriteRecord(kBatteryDiagsPropertiesTable, this, inComingDoc);
 }
 
+const json::RecordTable& BatteryDiagsProperties::Table() {
+  return kBatteryDiagsPropertiesTable;
+}
+
 void BatteryDiagsVariables::Deserialize(const json::Value* value) {
   json::ReadRecord(kBatteryDiagsVariablesTable, this, value);
 }
 
 json::Serialized BatteryDiagsVariables::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kBatteryDiagsVariablesTable, this, inComingDoc);
+}
+
+const json::RecordTable& BatteryDiagsVariables::Table() {
+  return kBatteryDiagsVariablesTable;
 }
 
 void BatteryResultDetails::Deserialize(const json::Value* value) {
@@ -106,12 +114,20 @@ json::Serialized BatteryResultDetails::Serialize(json::Document* inComingDoc) co
   return json::WriteRecord(kBatteryResultDetailsTable, this, inComingDoc);
 }
 
+const json::RecordTable& BatteryResultDetails::Table() {
+  return kBatteryResultDetailsTable;
+}
+
 void BatteryData::Deserialize(const json::Value* value) {
   json::ReadRecord(kBatteryDataTable, this, value);
 }
 
 json::Serialized BatteryData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kBatteryDataTable, this, inComingDoc);
+}
+
+const json::RecordTable& BatteryData::Table() {
+  return kBatteryDataTable;
 }
 
 }  // namespace ZQ_RMT_MODELS

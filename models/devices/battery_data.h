@@ -31,6 +31,7 @@ class BatteryDiagsProperties {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 // The state and the settings of the charging system around a battery.
@@ -64,6 +65,7 @@ class BatteryDiagsVariables {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 // The results of a battery test.
@@ -76,6 +78,7 @@ class BatteryResultDetails {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 // One battery.
@@ -88,6 +91,7 @@ class BatteryData {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 }  // namespace ZQ_RMT_MODELS

@@ -20,4 +20,8 @@ json::Serialized CameraData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
 }
 
+const json::RecordTable& CameraData::Table() {
+  return kTable;
+}
+
 }  // namespace ZQ_RMT_MODELS

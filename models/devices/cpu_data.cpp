@@ -32,4 +32,8 @@ json::Serialized CPUData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
 }
 
+const json::RecordTable& CPUData::Table() {
+  return kTable;
+}
+
 }  // namespace ZQ_RMT_MODELS

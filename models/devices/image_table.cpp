@@ -86,7 +86,7 @@ json::Serialized WriteImage(const char* name, std::span<const ImageField> fields
                             json::Document* inComingDoc) {
   GetModelLogger().LogDebug3(
       0, [&] { return std::string("Entering ") + name + "::Serialize()"; }, 0.0);
-  json::Serialized result = json::BeginObject(inComingDoc, json::kSilent);
+  json::Serialized result = json::BeginObject(inComingDoc, json::kSilent, fields.size());
   json::Document& document = inComingDoc != nullptr ? *inComingDoc : *result.document;
   for (const ImageField& field : fields) {
     if (!field.options.written) continue;

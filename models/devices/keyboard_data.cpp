@@ -25,4 +25,8 @@ json::Serialized KeyboardData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
 }
 
+const json::RecordTable& KeyboardData::Table() {
+  return kTable;
+}
+
 }  // namespace ZQ_RMT_MODELS

@@ -35,12 +35,22 @@ bool WriteSmartAttributes(const json::Field&, const void* source, json::Document
   return true;
 }
 
-constexpr json::Kind kDevice = {ReadDevice, json::KindOf<std::unique_ptr<STORAGE_DEVICE_INFO>>::Write, nullptr};
-constexpr json::Kind kSmartAttributes = {ReadSmartAttributes, WriteSmartAttributes, nullptr};
+using Device = json::KindOf<std::unique_ptr<STORAGE_DEVICE_INFO>>;
+constexpr json::Kind kDevice = {
+    .read = ReadDevice, .write = Device::Write, .name = Device::kind.name, .record = STORAGE_DEVICE_INFO::Table};
+constexpr json::Kind kSmartAttributes = {
+    .read = ReadSmartAttributes, .write = WriteSmartAttributes, .name = "list of SMART attributes"};
+
+constexpr const char* kSmartNote =
+    "objects of attributeID, attributeFlags (an object of the flags warranty, off_line, performance, error_rate, "
+    "event_count, self_preservation, RESERVED1, RESERVED2), attributeValue, worstNormalizedValue, rawAttributeValue "
+    "(4 bytes), VendorSpecific (2 bytes) and threshold, each number a byte; a number or flag that is missing repeats "
+    "the "
+    "one before it in the object; RESERVED1 comes back as RESERVED2, and RESERVED2 is dropped";
 
 constexpr json::Field kFields[] = {
     json::row<&MassStorageData::di, kDevice>(u"di"),
-    json::row<&MassStorageData::smartAttributes, kSmartAttributes>(u"smartAttributes"),
+    json::row<&MassStorageData::smartAttributes, kSmartAttributes>(u"smartAttributes", {.note = kSmartNote}),
     json::row<&MassStorageData::readCount>(u"readCount", {.id = 0}),
     json::row<&MassStorageData::pollingTimeoutPercentGracePeriod>(u"pollingTimeoutPercentGracePeriod", {.id = 0}),
     json::row<&MassStorageData::pollTime>(u"pollTime", {.id = 0}),
@@ -79,6 +89,10 @@ void MassStorageData::Deserialize(const json::Value* value) {
 
 json::Serialized MassStorageData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+const json::RecordTable& MassStorageData::Table() {
+  return kTable;
 }
 
 }  // namespace ZQ_RMT_MODELS

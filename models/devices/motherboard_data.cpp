@@ -13,7 +13,8 @@ constexpr json::ListLines kSensorLines = {"Serialize Sensor Data Array",
 
 constexpr json::Field kTemperatureZoneDataFields[] = {
     json::row<&TemperatureZoneData::ZoneName>(u"ZoneName"),
-    json::row<&TemperatureZoneData::ZoneIndex>(u"ZoneIndex", {.id = 8001, .line = "Set ZoneTemperature:"}),
+    json::row<&TemperatureZoneData::ZoneIndex>(
+        u"ZoneIndex", {.id = 8001, .line = "Set ZoneTemperature:", .note = "the line has the label of the next key"}),
     json::row<&TemperatureZoneData::ZoneTemperature>(u"ZoneTemperature", {.id = 8002}),
     json::row<&TemperatureZoneData::CurrentTempUnit>(u"CurrentTempUnit", {.id = 8003}),
 };
@@ -61,12 +62,20 @@ json::Serialized TemperatureZoneData::Serialize(json::Document* inComingDoc) con
   return json::WriteRecord(kTemperatureZoneDataTable, this, inComingDoc);
 }
 
+const json::RecordTable& TemperatureZoneData::Table() {
+  return kTemperatureZoneDataTable;
+}
+
 void FanData::Deserialize(const json::Value* value) {
   json::ReadRecord(kFanDataTable, this, value);
 }
 
 json::Serialized FanData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kFanDataTable, this, inComingDoc);
+}
+
+const json::RecordTable& FanData::Table() {
+  return kFanDataTable;
 }
 
 void SensorDataClass::Deserialize(const json::Value* value) {
@@ -77,12 +86,20 @@ json::Serialized SensorDataClass::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kSensorDataClassTable, this, inComingDoc);
 }
 
+const json::RecordTable& SensorDataClass::Table() {
+  return kSensorDataClassTable;
+}
+
 void MotherboardData::Deserialize(const json::Value* value) {
   json::ReadRecord(kMotherboardDataTable, this, value);
 }
 
 json::Serialized MotherboardData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kMotherboardDataTable, this, inComingDoc);
+}
+
+const json::RecordTable& MotherboardData::Table() {
+  return kMotherboardDataTable;
 }
 
 }  // namespace ZQ_RMT_MODELS

@@ -17,8 +17,10 @@ bool ReadNumbers(const json::Reading& reading, void* target) {
   return true;
 }
 
+constexpr const char* kNumbersNote = "an element of another kind gives 0";
 using NumberList = json::KindOf<std::vector<std::int32_t>>;
-constexpr json::Kind kNumbers = {ReadNumbers, NumberList::Write, NumberList::Print};
+constexpr json::Kind kNumbers = {
+    .read = ReadNumbers, .write = NumberList::Write, .print = NumberList::Print, .name = NumberList::kind.name};
 
 constexpr json::Field kBoundingRectangleFields[] = {
     json::row<&BoundingRectangle::Left>(u"Left", {.id = 7201}),
@@ -56,12 +58,13 @@ constexpr json::Field kMouseDataFields[] = {
     json::row<&MouseData::ActionTaken>(u"ActionTaken", {.id = 7901}),
     json::row<&MouseData::CommandExecuted>(u"CommandExecuted", {.id = 7901}),
     json::row<&MouseData::EventRaised>(u"EventRaised", {.id = 7901}),
-    json::row<&MouseData::ContainedButtons, kNumbers>(u"ContainedButtons",
-                                                      {.id = 7901, .line = "ContainedButtons Count:"}),
+    json::row<&MouseData::ContainedButtons, kNumbers>(
+        u"ContainedButtons", {.id = 7901, .line = "ContainedButtons Count:", .note = kNumbersNote}),
     json::row<&MouseData::ExpectedMotions>(u"ExpectedMotions", {.id = 7901, .line = "ExpectedMotions Count:"}),
     json::row<&MouseData::ActualMotions>(u"ActualMotions", {.id = 7901, .line = "ActualMotions Count:"}),
     json::row<&MouseData::ButtonClickCount>(u"ButtonClickCount", {.id = 7901, .line = "ButtonClickCount Count:"}),
-    json::row<&MouseData::ScrollResults, kNumbers>(u"ScrollResults", {.id = 7901, .line = "ScrollResults Count:"}),
+    json::row<&MouseData::ScrollResults, kNumbers>(u"ScrollResults",
+                                                   {.id = 7901, .line = "ScrollResults Count:", .note = kNumbersNote}),
 };
 constexpr json::RecordTable kMouseDataTable =
     json::Table({.name = "MouseData", .fields = kMouseDataFields, .completeId = 7919});
@@ -76,12 +79,20 @@ json::Serialized BoundingRectangle::Serialize(json::Document* inComingDoc) const
   return json::WriteRecord(kBoundingRectangleTable, this, inComingDoc);
 }
 
+const json::RecordTable& BoundingRectangle::Table() {
+  return kBoundingRectangleTable;
+}
+
 void ButtonClickInfo::Deserialize(const json::Value* value) {
   json::ReadRecord(kButtonClickInfoTable, this, value);
 }
 
 json::Serialized ButtonClickInfo::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kButtonClickInfoTable, this, inComingDoc);
+}
+
+const json::RecordTable& ButtonClickInfo::Table() {
+  return kButtonClickInfoTable;
 }
 
 void MouseMotionData::Deserialize(const json::Value* value) {
@@ -92,12 +103,20 @@ json::Serialized MouseMotionData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kMouseMotionDataTable, this, inComingDoc);
 }
 
+const json::RecordTable& MouseMotionData::Table() {
+  return kMouseMotionDataTable;
+}
+
 void MouseData::Deserialize(const json::Value* value) {
   json::ReadRecord(kMouseDataTable, this, value);
 }
 
 json::Serialized MouseData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kMouseDataTable, this, inComingDoc);
+}
+
+const json::RecordTable& MouseData::Table() {
+  return kMouseDataTable;
 }
 
 }  // namespace ZQ_RMT_MODELS

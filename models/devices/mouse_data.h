@@ -19,6 +19,7 @@ class BoundingRectangle {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 // How often a button was pressed.
@@ -29,6 +30,7 @@ class ButtonClickInfo {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 // One motion, from a source to a target. Both rectangles are there from the start.
@@ -46,6 +48,7 @@ class MouseMotionData {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 // A pointing device, and what was done with it.
@@ -64,6 +67,7 @@ class MouseData {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 }  // namespace ZQ_RMT_MODELS

@@ -20,7 +20,11 @@ bool ReadAccessPoints(const json::Reading& reading, void* target) {
   return false;
 }
 
-constexpr json::Kind kAccessPoints = {ReadAccessPoints, json::KindOf<std::vector<AccessPointData>>::Write, nullptr};
+using AccessPoints = json::KindOf<std::vector<AccessPointData>>;
+constexpr json::Kind kAccessPoints = {.read = ReadAccessPoints,
+                                      .write = AccessPoints::Write,
+                                      .name = "list of records",
+                                      .record = AccessPointData::Table};
 
 constexpr json::Field kAccessPointDataFields[] = {
     json::row<&AccessPointData::NICAccessPointName>(u"NICAccessPointName"),
@@ -35,7 +39,8 @@ constexpr json::Field kNICDataFields[] = {
     json::row<&NICData::NICIrqNumber>(u"NICIrqNumber"),
     json::row<&NICData::NICType>(u"NICType", {.written = false}),
     json::row<&NICData::NICDeviceDescription>(u"NICDeviceDescription"),
-    json::row<&NICData::NICAccessPoints, kAccessPoints>(u"NICAccessPoints"),
+    json::row<&NICData::NICAccessPoints, kAccessPoints>(
+        u"NICAccessPoints", {.note = "an element that lacks a key has the value of the element before it"}),
 };
 constexpr json::RecordTable kNICDataTable =
     json::Table({.name = "NICData", .fields = kNICDataFields, .completeId = 774});
@@ -50,12 +55,20 @@ json::Serialized AccessPointData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kAccessPointDataTable, this, inComingDoc);
 }
 
+const json::RecordTable& AccessPointData::Table() {
+  return kAccessPointDataTable;
+}
+
 void NICData::Deserialize(const json::Value* value) {
   json::ReadRecord(kNICDataTable, this, value);
 }
 
 json::Serialized NICData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kNICDataTable, this, inComingDoc);
+}
+
+const json::RecordTable& NICData::Table() {
+  return kNICDataTable;
 }
 
 }  // namespace ZQ_RMT_MODELS

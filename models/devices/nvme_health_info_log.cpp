@@ -56,4 +56,8 @@ json::Serialized NVME_HEALTH_INFO_LOG_STRUCT::Serialize(json::Document* inComing
   return WriteImage(kName, kFields, bytes, inComingDoc);
 }
 
+std::span<const ImageField> NVME_HEALTH_INFO_LOG_STRUCT::Fields() {
+  return kFields;
+}
+
 }  // namespace ZQ_RMT_MODELS

@@ -2,8 +2,10 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 
 #include "json/forward.h"
+#include "models/devices/image_table.h"
 
 namespace ZQ_RMT_MODELS {
 
@@ -14,6 +16,7 @@ struct NVME_IDENTIFY_CONTROLLER_DATA_STRUCT {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static std::span<const ImageField> Fields();
 };
 static_assert(sizeof(NVME_IDENTIFY_CONTROLLER_DATA_STRUCT) == 4096);
 

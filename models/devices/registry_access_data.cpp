@@ -16,11 +16,13 @@ bool WritePairs(const json::Field&, const void* source, json::Document& document
   return true;
 }
 
-constexpr json::Kind kPairs = {ReadPairs, WritePairs, nullptr};
+constexpr json::Kind kPairs = {.read = ReadPairs, .write = WritePairs, .name = "list of pairs"};
 
 constexpr json::Field kFields[] = {
     json::row<&RegistryAccessData::PathName>(u"PathName", {.id = 7002, .line = "Set JSON_REGACCESS_PATHNAME:"}),
-    json::row<&RegistryAccessData::RegistryData, kPairs>(u"RegistryData"),
+    json::row<&RegistryAccessData::RegistryData, kPairs>(
+        u"RegistryData", {.note = "an array of objects of one member each, the name and its text; comes back sorted by "
+                                  "name, the first of two like names"}),
 };
 // The host's log readers look for that very word.
 constexpr json::RecordTable kTable =
@@ -34,6 +36,10 @@ void RegistryAccessData::Deserialize(const json::Value* value) {
 
 json::Serialized RegistryAccessData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+const json::RecordTable& RegistryAccessData::Table() {
+  return kTable;
 }
 
 }  // namespace ZQ_RMT_MODELS

@@ -32,7 +32,7 @@ void ReadFlags(const json::Value& flags, SMART_ATTRIBUTE& attribute) {
 }
 
 json::Value FlagsValue(std::uint8_t flags, json::Document& document) {
-  json::Value object(rapidjson::kObjectType);
+  json::Value object = json::ObjectWithRoom(kFlagKeys.size() + 2, document);
   for (std::size_t bit = 0; bit < kFlagKeys.size(); ++bit) {
     json::AddMember(object, kFlagKeys[bit], json::Value((flags & 1 << bit) != 0), document);
   }
@@ -61,7 +61,8 @@ void DeserializeSmartAttribute(const json::Value& value, SMART_ATTRIBUTE& attrib
 }
 
 void SerializeSmartAttribute(const SMART_ATTRIBUTE& attribute, json::Value& out, json::Document& document) {
-  out.SetObject();
+  constexpr std::size_t kMembers = 7;
+  out = json::ObjectWithRoom(kMembers, document);
   const auto addByte = [&](std::u16string_view key, std::uint8_t byte) {
     json::AddMember(out, key, json::Value(static_cast<unsigned>(byte)), document);
   };

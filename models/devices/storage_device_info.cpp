@@ -28,7 +28,8 @@ bool ReadWith(const Reading& reading, void* target) {
 }
 
 template <class Member, bool (*store)(const json::Value*, Member*)>
-constexpr Kind kGetter = {ReadWith<Member, store>, json::KindOf<Member>::Write, json::KindOf<Member>::Print};
+constexpr Kind kGetter = {
+    .read = ReadWith<Member, store>, .write = json::KindOf<Member>::Write, .name = json::KindOf<Member>::kind.name};
 
 bool StoreFlag(const json::Value* member, bool* out) {
   *out = member != nullptr && member->IsTrue();
@@ -75,19 +76,29 @@ bool WriteEmbedded(const Field&, const void* source, json::Document& document, j
 }
 
 template <class Record>
-constexpr Kind kEmbedded = {ReadEmbedded<Record>, WriteEmbedded<Record>, nullptr, "No ", " to set."};
+constexpr Kind EmbeddedKind(const char* name, const json::RecordTable& (*record)()) {
+  return {.read = ReadEmbedded<Record>,
+          .write = WriteEmbedded<Record>,
+          .name = name,
+          .record = record,
+          .linePrefix = "No ",
+          .lineSuffix = " to set."};
+}
 
+constexpr const char* kZeroNote = "0 when missing or of another kind";
 constexpr Kind kInt16 = kGetter<std::int16_t, json::StoreInt16>;
 constexpr Kind kUint16 = kGetter<std::uint16_t, json::StoreUint16>;
 constexpr Kind kInt64 = kGetter<std::int64_t, json::StoreInt64>;
 constexpr Kind kLowInt64 = kGetter<std::int32_t, StoreLowInt64>;
-constexpr Kind kHandle = {ReadWith<std::uint64_t, json::StoreHandle>, nullptr, nullptr};
+constexpr Kind kHandle = {
+    .read = ReadWith<std::uint64_t, json::StoreHandle>, .write = nullptr, .name = "a value that nothing reads"};
 constexpr Kind kFlag = kGetter<bool, StoreFlag>;
-constexpr Kind kUint64AsUint32 = {ReadWith<std::uint32_t, json::StoreUint64AsUint32>, WriteSigned, nullptr};
-constexpr Kind kBytes = {ReadByteArray, WriteByteArray, nullptr};
-constexpr Kind kAddress = kEmbedded<SCSIAddress>;
-constexpr Kind kHealthLog = kEmbedded<NVME_HEALTH_INFO_LOG_STRUCT>;
-constexpr Kind kIdentify = kEmbedded<NVME_IDENTIFY_CONTROLLER_DATA_STRUCT>;
+constexpr Kind kUint64AsUint32 = {
+    .read = ReadWith<std::uint32_t, json::StoreUint64AsUint32>, .write = WriteSigned, .name = "uint32 of a uint64"};
+constexpr Kind kBytes = {.read = ReadByteArray, .write = WriteByteArray, .name = "8 bytes"};
+constexpr Kind kAddress = EmbeddedKind<SCSIAddress>("record", SCSIAddress::Table);
+constexpr Kind kHealthLog = EmbeddedKind<NVME_HEALTH_INFO_LOG_STRUCT>("image", nullptr);
+constexpr Kind kIdentify = EmbeddedKind<NVME_IDENTIFY_CONTROLLER_DATA_STRUCT>("image", nullptr);
 
 constexpr Field kFields[] = {
     json::row<&STORAGE_DEVICE_INFO::DriveType>(u"DriveType"),
@@ -105,9 +116,10 @@ constexpr Field kFields[] = {
     json::row<&STORAGE_DEVICE_INFO::raidSetNumber>(u"raidSetNumber"),
     json::row<&STORAGE_DEVICE_INFO::busType>(u"busType"),
     json::row<&STORAGE_DEVICE_INFO::TotalLBAs, kInt64>(u"TotalLBAs"),
-    json::row<&STORAGE_DEVICE_INFO::BlockSize, kUint64AsUint32>(u"BlockSize"),
-    json::row<&STORAGE_DEVICE_INFO::DiskRPM, kUint16>(u"DiskRPM"),
-    json::row<&STORAGE_DEVICE_INFO::UDMASpeed, kUint16>(u"UDMASpeed"),
+    json::row<&STORAGE_DEVICE_INFO::BlockSize, kUint64AsUint32>(
+        u"BlockSize", {.note = "0 when missing or of another kind; comes back as a signed number of 32 bits"}),
+    json::row<&STORAGE_DEVICE_INFO::DiskRPM, kUint16>(u"DiskRPM", {.note = kZeroNote}),
+    json::row<&STORAGE_DEVICE_INFO::UDMASpeed, kUint16>(u"UDMASpeed", {.note = kZeroNote}),
     json::row<&STORAGE_DEVICE_INFO::ModelFirmware>(u"ModelFirmware"),
     json::row<&STORAGE_DEVICE_INFO::Modelfirmware1>(u"Modelfirmware1", {.written = false}),
     json::row<&STORAGE_DEVICE_INFO::isWriteSupported>(u"isWriteSupported", {.written = false}),
@@ -127,17 +139,26 @@ constexpr Field kFields[] = {
     json::row<&STORAGE_DEVICE_INFO::DeviceID>(u"DeviceID", {.written = false}),
     json::row<&STORAGE_DEVICE_INFO::SATAMajorVersion>(u"SATAMajorVersion"),
     json::row<&STORAGE_DEVICE_INFO::SATAMinorVersion>(u"SATAMinorVersion"),
-    json::row<&STORAGE_DEVICE_INFO::NCQSupportFlg, kFlag>(u"NCQSupportFlg"),
-    json::row<&STORAGE_DEVICE_INFO::TCGSupportFlg, kFlag>(u"TCGSupportFlg"),
-    json::row<&STORAGE_DEVICE_INFO::SEDSupportFlg, kFlag>(u"SEDSupportFlg"),
-    json::row<&STORAGE_DEVICE_INFO::AESSupportFlg, kFlag>(u"AESSupportFlg"),
-    json::row<&STORAGE_DEVICE_INFO::isRemovableDevice, kFlag>(u"isRemovableDevice"),
-    json::row<&STORAGE_DEVICE_INFO::isRaidVolume, kFlag>(u"isRaidVolume"),
-    json::row<&STORAGE_DEVICE_INFO::isOkUseCDB16, kFlag>(u"isOkUseCDB16"),
-    json::row<&STORAGE_DEVICE_INFO::bReserved2, kFlag>(u"bReserved2"),
-    json::row<&STORAGE_DEVICE_INFO::bReserved3, kFlag>(u"bReserved3"),
-    json::row<&STORAGE_DEVICE_INFO::sasAddr, kBytes>(u"sasAddr"),
-    json::row<&STORAGE_DEVICE_INFO::bSASLun, kBytes>(u"bSASLun"),
+    json::row<&STORAGE_DEVICE_INFO::NCQSupportFlg, kFlag>(u"NCQSupportFlg",
+                                                          {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::TCGSupportFlg, kFlag>(u"TCGSupportFlg",
+                                                          {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::SEDSupportFlg, kFlag>(u"SEDSupportFlg",
+                                                          {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::AESSupportFlg, kFlag>(u"AESSupportFlg",
+                                                          {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::isRemovableDevice, kFlag>(u"isRemovableDevice",
+                                                              {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::isRaidVolume, kFlag>(u"isRaidVolume",
+                                                         {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::isOkUseCDB16, kFlag>(u"isOkUseCDB16",
+                                                         {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::bReserved2, kFlag>(u"bReserved2",
+                                                       {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::bReserved3, kFlag>(u"bReserved3",
+                                                       {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::sasAddr, kBytes>(u"sasAddr", {.note = "read only when it has exactly 8 elements"}),
+    json::row<&STORAGE_DEVICE_INFO::bSASLun, kBytes>(u"bSASLun", {.note = "read only when it has exactly 8 elements"}),
     json::row<&STORAGE_DEVICE_INFO::SCSIadr, kAddress>(u"SCSIadr", {.id = 7301}),
     json::row<&STORAGE_DEVICE_INFO::hSCSIhandle, kHandle>(u"hSCSIhandle", {.written = false}),
     json::row<&STORAGE_DEVICE_INFO::RaidSetInitState>(u"RaidSetInitState"),
@@ -146,11 +167,13 @@ constexpr Field kFields[] = {
     json::row<&STORAGE_DEVICE_INFO::RaidInitInformation>(u"RaidInitInformation"),
     json::row<&STORAGE_DEVICE_INFO::ReadAttrInterface>(u"ReadAttrInterface"),
     json::row<&STORAGE_DEVICE_INFO::ssdWearPercent>(u"ssdWearPercent"),
-    json::row<&STORAGE_DEVICE_INFO::SMARTEnabled, kFlag>(u"SMARTEnabled"),
-    json::row<&STORAGE_DEVICE_INFO::isSolidStateDrive, kFlag>(u"isSolidStateDrive"),
-    json::row<&STORAGE_DEVICE_INFO::isSSHD, kFlag>(u"isSSHD"),
-    json::row<&STORAGE_DEVICE_INFO::NVMECNTLID, kInt16>(u"NVMECNTLID"),
-    json::row<&STORAGE_DEVICE_INFO::NVMeVersion, kLowInt64>(u"NVMeVersion"),
+    json::row<&STORAGE_DEVICE_INFO::SMARTEnabled, kFlag>(u"SMARTEnabled",
+                                                         {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::isSolidStateDrive, kFlag>(u"isSolidStateDrive",
+                                                              {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::isSSHD, kFlag>(u"isSSHD", {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::NVMECNTLID, kInt16>(u"NVMECNTLID", {.note = kZeroNote}),
+    json::row<&STORAGE_DEVICE_INFO::NVMeVersion, kLowInt64>(u"NVMeVersion", {.note = "of an int64, the low 32 bits"}),
     json::row<&STORAGE_DEVICE_INFO::MaxDataTransferSize>(u"MaxDataTransferSize"),
     json::row<&STORAGE_DEVICE_INFO::NamespaceAttributeChangedEventSupported>(
         u"NamespaceAttributeChangedEventSupported"),
@@ -165,18 +188,20 @@ constexpr Field kFields[] = {
         u"UsesSpecVendorSpecificAdminCommandFormat"),
     json::row<&STORAGE_DEVICE_INFO::UsesSpecVendorSpecificCommandFormat>(u"UsesSpecVendorSpecificCommandFormat"),
     json::row<&STORAGE_DEVICE_INFO::WarningCompositeTemperatureThreshold, kInt16>(
-        u"WarningCompositeTemperatureThreshold"),
+        u"WarningCompositeTemperatureThreshold", {.note = kZeroNote}),
     json::row<&STORAGE_DEVICE_INFO::CriticalCompositeTemperatureThreshold, kInt16>(
-        u"CriticalCompositeTemperatureThreshold"),
+        u"CriticalCompositeTemperatureThreshold", {.note = kZeroNote}),
     json::row<&STORAGE_DEVICE_INFO::UnallocatedCapacity>(u"UnallocatedCapacity"),
     json::row<&STORAGE_DEVICE_INFO::NumberofRPMBUnits>(u"NumberofRPMBUnits"),
     json::row<&STORAGE_DEVICE_INFO::VolatileWriteCachePresent>(u"VolatileWriteCachePresent"),
-    json::row<&STORAGE_DEVICE_INFO::AWUNSize, kInt16>(u"AWUNSize"),
-    json::row<&STORAGE_DEVICE_INFO::AWUPFSize, kInt16>(u"AWUPFSize"),
+    json::row<&STORAGE_DEVICE_INFO::AWUNSize, kInt16>(u"AWUNSize", {.note = kZeroNote}),
+    json::row<&STORAGE_DEVICE_INFO::AWUPFSize, kInt16>(u"AWUPFSize", {.note = kZeroNote}),
     json::row<&STORAGE_DEVICE_INFO::NVMeSMARTDataError>(u"NVMeSMARTDataError"),
-    json::row<&STORAGE_DEVICE_INFO::isNVMeSMARTDataError, kFlag>(u"isNVMeSMARTDataError"),
+    json::row<&STORAGE_DEVICE_INFO::isNVMeSMARTDataError, kFlag>(u"isNVMeSMARTDataError",
+                                                                 {.note = "false when missing or of another kind"}),
     json::row<&STORAGE_DEVICE_INFO::NVMeIDBufferError>(u"NVMeIDBufferError"),
-    json::row<&STORAGE_DEVICE_INFO::isNVMeIDBufferError, kFlag>(u"isNVMeIDBufferError"),
+    json::row<&STORAGE_DEVICE_INFO::isNVMeIDBufferError, kFlag>(u"isNVMeIDBufferError",
+                                                                {.note = "false when missing or of another kind"}),
     json::row<&STORAGE_DEVICE_INFO::nvmeHealthLog, kHealthLog>(u"nvmeHealthLog", {.id = 7302}),
     json::row<&STORAGE_DEVICE_INFO::nvmeIdentifyBuff, kIdentify>(u"nvmeIdentifyBuff", {.id = 7303}),
 };
@@ -254,8 +279,11 @@ constexpr auto kWriteOrder = json::WriteOrder<kFields>({u"DriveType",
                                                         u"isNVMeIDBufferError",
                                                         u"nvmeHealthLog",
                                                         u"nvmeIdentifyBuff"});
-constexpr json::RecordTable kTable =
-    json::Table({.name = "STORAGE_DEVICE_INFO", .fields = kFields, .writeOrder = kWriteOrder});
+constexpr json::RecordTable kTable = json::Table(
+    {.name = "STORAGE_DEVICE_INFO",
+     .fields = kFields,
+     .writeOrder = kWriteOrder,
+     .note = "Nothing of it is read when the key `DriveType` is missing. It is always written, with its defaults."});
 
 }  // namespace
 
@@ -267,6 +295,10 @@ json::Serialized SCSIAddress::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kAddressTable, this, inComingDoc);
 }
 
+const json::RecordTable& SCSIAddress::Table() {
+  return kAddressTable;
+}
+
 void STORAGE_DEVICE_INFO::Deserialize(const json::Value* value) {
   const bool hasType = value == nullptr || !value->IsObject() || json::FindMember(*value, u"DriveType") != nullptr;
   json::ReadRecord(kTable, this, hasType ? value : nullptr);
@@ -274,6 +306,10 @@ void STORAGE_DEVICE_INFO::Deserialize(const json::Value* value) {
 
 json::Serialized STORAGE_DEVICE_INFO::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+const json::RecordTable& STORAGE_DEVICE_INFO::Table() {
+  return kTable;
 }
 
 }  // namespace ZQ_RMT_MODELS

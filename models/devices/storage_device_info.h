@@ -20,6 +20,7 @@ class SCSIAddress {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 // Which disk a storage record is about: where it sits, what it is and supports, and what an NVMe disk tells of itself.
@@ -115,6 +116,7 @@ class STORAGE_DEVICE_INFO {
   // Reads nothing when `value` has no DriveType, of whatever kind.
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
+  static const json::RecordTable& Table();
 };
 
 }  // namespace ZQ_RMT_MODELS

@@ -7,7 +7,8 @@ namespace {
 
 constexpr json::Field kFields[] = {
     json::row<&VideoData::DesiredResolution>(u"DesiredResolution", {.id = 8501}),
-    json::row<&VideoData::VideoMemory>(u"VideoMemory", {.id = 8501, .showsValue = false}),
+    json::row<&VideoData::VideoMemory>(u"VideoMemory",
+                                       {.id = 8501, .showsValue = false, .note = "the line carries no value"}),
 };
 constexpr json::RecordTable kTable = json::Table({.name = "VideoData", .fields = kFields, .completeId = 8502});
 
@@ -19,6 +20,10 @@ void VideoData::Deserialize(const json::Value* value) {
 
 json::Serialized VideoData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
+}
+
+const json::RecordTable& VideoData::Table() {
+  return kTable;
 }
 
 }  // namespace ZQ_RMT_MODELS
