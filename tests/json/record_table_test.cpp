@@ -16,6 +16,7 @@ struct Child {
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* document) const;
+  static const json::RecordTable& Table();
 };
 constexpr json::Field kChildFields[] = {json::row<&Child::Number>(u"Number", {.id = 5})};
 constexpr json::RecordTable kChild =
@@ -26,6 +27,8 @@ void Child::Deserialize(const json::Value* value) {
 json::Serialized Child::Serialize(json::Document* document) const {
   return json::WriteRecord(kChild, this, document);
 }
+
+const json::RecordTable& Child::Table() { return kChild; }
 
 // One member of every kind.
 struct Record {

@@ -1,0 +1,45 @@
+// Any text through both exports: it must be answered, and the answer must be a contract that comes back as it went in from
+// the second time on. No test plays: the thread is on no platform.
+
+#include <utf8.h>
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+#include "audiotests/zqrmt_tests_audio.h"
+#include "logging/model_logger.h"
+
+namespace {
+
+// Bytes that aren't UTF-8 become halves of surrogate pairs, which UTF-8 can't name.
+std::u16string TextOf(const std::uint8_t* data, std::size_t size) {
+  if (utf8::is_valid(data, data + size)) return utf8::utf8to16(std::string(data, data + size));
+  std::u16string text;
+  for (std::size_t i = 0; i < size; ++i) text += static_cast<char16_t>(data[i] < 0x80 ? data[i] : 0xDC00 + data[i]);
+  return text;
+}
+
+std::u16string Answer(ZQRMTTestFunction* test, const std::u16string& contract) {
+  const std::unique_ptr<char16_t, decltype(&std::free)> reply(test(contract.c_str()), std::free);
+  if (reply == nullptr) std::abort();
+  return reply.get();
+}
+
+}  // namespace
+
+// tools/fuzz gives the process a log directory of its own, with a flag that keeps the test objects' lines out of it.
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+  // Of the records' lines each text is made, and none is written.
+  logging::GetModelLogger().SetLevel(logging::kDebug3);
+  logging::GetModelLogger().SetLogFile("nolog");
+  return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  for (ZQRMTTestFunction* test : {AudioRecordTest, AudioPlaybackTest}) {
+    const std::u16string second = Answer(test, Answer(test, TextOf(data, size)));
+    if (Answer(test, second) != second) std::abort();
+  }
+  return 0;
+}
