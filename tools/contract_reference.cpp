@@ -44,7 +44,7 @@ std::string Log(std::int32_t id, const std::string& line) {
   return id == json::kSilent ? "" : std::to_string(id) + " `" + line + "`";
 }
 
-// The first sentence of a row's last cell: what happens to the key on its way out.
+// What happens to the key on its way out, and the row's own note.
 std::string Notes(bool written, const char* note) {
   std::string text = written ? "" : "**read and never written**";
   if (note != nullptr) text += (text.empty() ? "" : "; ") + std::string(note);
@@ -121,19 +121,26 @@ class Reference {
     PrintRow({"Key", "Kind", "Byte", "Log", "Notes"});
     PrintRow({"---", "---", "---", "---", "---"});
     for (const ImageField& field : fields) {
-      const std::string bit = std::to_string(field.firstBit % 8);
-      const std::string kind = field.isArray ? std::to_string(field.bitCount / 8) + " bytes"
-                               : field.bitCount % 8 == 0 && field.firstBit % 8 == 0
-                                   ? "uint" + std::to_string(field.bitCount)
-                                   : std::to_string(field.bitCount) + " bits from bit " + bit;
-      const char* note = field.options.repeatsKey      ? "the second use of the key"
-                         : field.options.writtenSigned ? "comes back as a signed number"
-                                                       : nullptr;
       PrintRow(
-          {"`" + Narrow(field.key) + "`", kind, std::to_string(field.firstBit / 8),
+          {"`" + Narrow(field.key) + "`", KindOf(field), std::to_string(field.firstBit / 8),
            Log(field.options.id, field.options.line != nullptr ? field.options.line : "Set " + Narrow(field.key) + ":"),
-           Notes(field.options.written, note)});
+           NotesOf(field)});
     }
+  }
+
+  static std::string KindOf(const ImageField& field) {
+    const std::string first = std::to_string(field.firstBit % 8);
+    if (field.isArray) return std::to_string(field.bitCount / 8) + " bytes";
+    if (field.bitCount % 8 == 0 && field.firstBit % 8 == 0) return "uint" + std::to_string(field.bitCount);
+    if (field.bitCount == 1) return "bit " + first;
+    return std::to_string(field.bitCount) + " bits from bit " + first;
+  }
+
+  static std::string NotesOf(const ImageField& field) {
+    const char* note = field.options.repeatsKey      ? "the second use of the key"
+                       : field.options.writtenSigned ? "comes back as a signed number"
+                                                     : nullptr;
+    return Notes(field.options.written, note);
   }
 
   json::Document defaults_;

@@ -283,7 +283,7 @@ constexpr json::RecordTable kTable = json::Table(
     {.name = "STORAGE_DEVICE_INFO",
      .fields = kFields,
      .writeOrder = kWriteOrder,
-     .note = "Nothing of it is read when the key `DriveType` is missing. It is always written, with its defaults."});
+     .note = "Nothing of it is read when the key `DriveType` is missing. The records in it always go out."});
 
 }  // namespace
 
