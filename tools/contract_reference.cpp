@@ -163,6 +163,7 @@ were missing; one that is no object is as if it were missing.
 - An integer has no fraction and no exponent. `int32` and `uint32` must fit; the narrower kinds store the low bits of an
   `int32` or `uint32`. A `double` must be written with a fraction or an exponent, and so must a `float`, which stores the nearest
   32-bit value.
+- A double with more than 15 digits can move by a unit in its last place each time it is read.
 - Elements of another kind are skipped in lists of text and of `int32`; in lists of records they give a record of defaults.
 - A key that an object holds twice counts with its first value.
 - Log gives the id and the text of the line that reading the key logs with `debug3.flg` present; the value follows the text. For
