@@ -54,7 +54,7 @@ AudioEndpointClass::AudioEndpointClass(EDataFlow flow, std::u16string name) {
 
 ComPtr<IMMDeviceEnumerator> AudioEndpointClass::CreateEnumerator() {
   return RequireInterface<IMMDeviceEnumerator>([](REFIID interfaceId, void** object) {
-    return CoCreateInstance(CLSID_MMDeviceEnumerator, nullptr, CLSCTX_ALL, interfaceId, object);
+    return CoCreateInstance(core_audio::EnumeratorClass(), nullptr, CLSCTX_ALL, interfaceId, object);
   });
 }
 

@@ -1,12 +1,19 @@
-# Header-only libraries are found by their headers, so that a cross build can point at a folder that holds only them
-# (-DZQRMT_HEADERS=...). What each is for stands in the README.
-set(ZQRMT_HEADERS "" CACHE PATH "Folder that holds the header-only libraries; empty: the system's")
+# Header-only libraries are found by their headers. What each is for stands in the README.
+#
+# A cross build sees them through a folder that holds only them: with the whole of the system's include folder it would see
+# the wrong C library too.
+set(header_libraries rapidjson CLI fmt utf8cpp)
+if(CMAKE_CROSSCOMPILING)
+  set(header_folder ${PROJECT_BINARY_DIR}/headers)
+  file(MAKE_DIRECTORY ${header_folder})
+  foreach(library IN LISTS header_libraries)
+    file(CREATE_LINK /usr/include/${library} ${header_folder}/${library} SYMBOLIC)
+  endforeach()
+  set(header_search PATHS ${header_folder} NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+endif()
 
 function(add_header_library target header)
-  if(ZQRMT_HEADERS)
-    set(where PATHS ${ZQRMT_HEADERS} NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
-  endif()
-  find_path(${target}_INCLUDE ${header} PATH_SUFFIXES utf8cpp ${where} REQUIRED)
+  find_path(${target}_INCLUDE ${header} PATH_SUFFIXES utf8cpp ${header_search} REQUIRED)
   add_library(${target} INTERFACE IMPORTED GLOBAL)
   target_include_directories(${target} SYSTEM INTERFACE ${${target}_INCLUDE})
 endfunction()

@@ -174,7 +174,7 @@ const char* StateWord(EndpointState state) {
 
 std::vector<Endpoint> ReadEndpoints() {
   ComPtr<IMMDeviceEnumerator> enumerator;
-  Require(CoCreateInstance(CLSID_MMDeviceEnumerator, nullptr, CLSCTX_ALL,
+  Require(CoCreateInstance(core_audio::EnumeratorClass(), nullptr, CLSCTX_ALL,
                            core_audio::InterfaceId<IMMDeviceEnumerator>(), enumerator.ReceiveAny()),
           "CoCreateInstance");
   std::vector<Endpoint> endpoints = ReadFlow(*enumerator.Get(), Flow::kRender);

@@ -14,13 +14,20 @@
 
 #ifdef _WIN32
 
+#ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
 #define NOMINMAX
+#endif
 #include <windows.h>
 // The property headers need the Windows types above.
 #include <audioclient.h>
 #include <endpointvolume.h>
 #include <mmdeviceapi.h>
+#include <functiondiscoverykeys_devpkey.h>
+#include <ks.h>
+#include <ksmedia.h>
 #include <propidl.h>
 #include <propsys.h>
 
@@ -30,6 +37,9 @@ template <class Interface>
 const IID& InterfaceId() {
   return __uuidof(Interface);
 }
+
+// The class of the device enumerator. Not every toolchain's libraries define the name CLSID_MMDeviceEnumerator.
+inline const CLSID& EnumeratorClass() { return __uuidof(MMDeviceEnumerator); }
 
 }  // namespace core_audio
 
@@ -287,7 +297,7 @@ CORE_AUDIO_INTERFACE_ID(IAudioEndpointVolume,
 #undef CORE_AUDIO_INTERFACE_ID
 
 // Creates an object of `classId` on the platform that the calling thread was put on (audio_platform.h). There is one
-// class, CLSID_MMDeviceEnumerator. CO_E_NOTINITIALIZED on a thread that is on no platform.
+// class, EnumeratorClass(). CO_E_NOTINITIALIZED on a thread that is on no platform.
 AUDIO_PLATFORM_EXPORT HRESULT CoCreateInstance(REFCLSID classId, IUnknown* outer, DWORD context, REFIID interface,
                                                void** object);
 
@@ -301,13 +311,13 @@ AUDIO_PLATFORM_EXPORT void CoTaskMemFree(void* memory);
 // Waits on the clock of the calling thread's platform; on the real clock when the thread is on none.
 AUDIO_PLATFORM_EXPORT void Sleep(DWORD milliseconds);
 
-constexpr CLSID CLSID_MMDeviceEnumerator = {
+inline constexpr CLSID CLSID_MMDeviceEnumerator = {
     0xBCDE0395, 0xE52F, 0x467C, {0x8E, 0x3D, 0xC4, 0x57, 0x92, 0x91, 0x69, 0x2E}};
 
-}  // namespace core_audio
+// The class of the device enumerator.
+inline const CLSID& EnumeratorClass() { return CLSID_MMDeviceEnumerator; }
 
-// The names are used as they stand in the published interfaces, as on Windows, where they are global.
-using namespace core_audio;  // NOLINT(google-build-using-namespace,google-global-names-in-headers)
+}  // namespace core_audio
 
 #endif
 
@@ -319,3 +329,6 @@ inline std::u16string TextFrom(LPCWSTR text) {
 }
 
 }  // namespace core_audio
+
+// The names are used as they stand in the published interfaces, as on Windows, where they are global.
+using namespace core_audio;  // NOLINT(google-build-using-namespace,google-global-names-in-headers)

@@ -17,7 +17,7 @@ inline std::string WriteMachine(const TempDirectory& directory, const std::strin
 // Null on a thread that is on no platform.
 inline ComPtr<IMMDeviceEnumerator> Enumerator() {
   ComPtr<IMMDeviceEnumerator> made;
-  CoCreateInstance(CLSID_MMDeviceEnumerator, nullptr, CLSCTX_ALL, IID_IMMDeviceEnumerator, made.ReceiveAny());
+  CoCreateInstance(core_audio::EnumeratorClass(), nullptr, CLSCTX_ALL, IID_IMMDeviceEnumerator, made.ReceiveAny());
   return made;
 }
 

@@ -95,7 +95,7 @@ class AudioClient final : public Object<IAudioClient> {
                      REFERENCE_TIME periodicity, const WAVEFORMATEX* format, const GUID*) override {
     return Call(
         "IAudioClient::Initialize",
-        {{"shareMode", shareMode}, {"flags", flags}, {"bufferDuration", bufferDuration}, {"periodicity", periodicity}},
+        {{"shareMode", std::int64_t{shareMode}}, {"flags", flags}, {"bufferDuration", bufferDuration}, {"periodicity", periodicity}},
         [&]() -> HRESULT {
           if (format == nullptr) return E_POINTER;
           if (stream_ != nullptr) return AUDCLNT_E_ALREADY_INITIALIZED;
@@ -124,7 +124,7 @@ class AudioClient final : public Object<IAudioClient> {
   HRESULT IsFormatSupported(AUDCLNT_SHAREMODE shareMode, const WAVEFORMATEX* format,
                             WAVEFORMATEX** closestMatch) override {
     Empty(closestMatch);
-    return Call("IAudioClient::IsFormatSupported", {{"shareMode", shareMode}}, [&]() -> HRESULT {
+    return Call("IAudioClient::IsFormatSupported", {{"shareMode", std::int64_t{shareMode}}}, [&]() -> HRESULT {
       if (format == nullptr) return E_POINTER;
       if (shareMode == AUDCLNT_SHAREMODE_EXCLUSIVE) return AUDCLNT_E_UNSUPPORTED_FORMAT;
       if (shareMode != AUDCLNT_SHAREMODE_SHARED) return E_INVALIDARG;

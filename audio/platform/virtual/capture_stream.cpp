@@ -50,7 +50,7 @@ void CaptureStream::Record(Time now, std::span<const double> gains, double noise
     if (next_ < packetEnd) return;
     packets_.push_back({.bytes = std::move(begun_),
                         .frames = packetFrames,
-                        .flags = hasLost_ ? AUDCLNT_BUFFERFLAGS_DATA_DISCONTINUITY : DWORD{0},
+                        .flags = hasLost_ ? DWORD{AUDCLNT_BUFFERFLAGS_DATA_DISCONTINUITY} : DWORD{0},
                         .position = PacketStart(packet_),
                         .time = begunTime_});
     begun_.clear();

@@ -7,13 +7,22 @@
 
 #include "audio/platform/core_audio.h"
 #include "audio/platform/virtual/machine.h"
+#ifdef _WIN32
+#include "audio/platform/windows/whole_table.h"
+#endif
 
 namespace virtual_audio {
+
+#ifndef _WIN32
+// core_audio.h declares just the operations that the machine has.
+template <class Interface>
+using WholeTable = Interface;
+#endif
 
 // The base of every object that the machine hands out, and the one place that knows what a counted object is: it counts
 // its references, answers for the one interface that it implements, and ends with its last reference.
 template <class Interface>
-class Object : public Interface {
+class Object : public WholeTable<Interface> {
  public:
   Object(const Object&) = delete;
   Object& operator=(const Object&) = delete;

@@ -47,7 +47,7 @@ class VirtualPlatform final : public platform::Platform {
   HRESULT CreateInstance(REFCLSID classId, IUnknown* outer, REFIID iid, void** object) override {
     return machine_->Call("CoCreateInstance", nullptr, {{"interface", iid}}, [&]() -> HRESULT {
       if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-      if (!(classId == CLSID_MMDeviceEnumerator)) return REGDB_E_CLASSNOTREG;
+      if (!(classId == core_audio::EnumeratorClass())) return REGDB_E_CLASSNOTREG;
       ComPtr<IMMDeviceEnumerator> enumerator;
       NewDeviceEnumerator(machine_, enumerator.Receive());
       return enumerator->QueryInterface(iid, object);
