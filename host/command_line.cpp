@@ -7,6 +7,25 @@
 namespace host {
 namespace {
 
+constexpr const char* kFurtherOptions = "The options of 'rmthost --help' are taken here too.\n";
+constexpr const char* kContractHelp = "A file of JSON, UTF-8 or UTF-16LE with a byte order mark; - for standard input";
+
+constexpr const char* kCheckHelp =
+    "Shows by JSON Pointer what came back changed, what was dropped or added, and which keys are named twice, of "
+    "which\n"
+    "the module takes the first. Numbers are compared by kind and value: 4 is not 4.0, but 1.50 is 1.5. Lists are\n"
+    "compared by position; but elements that a list skips for their kind, and entries of a DevList outside the page\n"
+    "that CurrentIndex asks for, are dropped from where they stand. A default is what the module gives for a key when\n"
+    "the record around it is empty.\n"
+    "\n"
+    "No audio test is run, whatever the contract holds, and --platform isn't used. The contract goes through\n"
+    "AudioRecordTest twice, which tests nothing without a DeviceInstanceID or without AudioData: once with an empty\n"
+    "DeviceInstanceID put in front of those in DeviceInfo, and once with an AudioData of null. Each of the two comes\n"
+    "from the reply to the other call. A contract without DeviceInfo gets an empty one, which isn't shown.\n"
+    "The module logs these calls as any other.\n"
+    "\n"
+    "Exit codes: 0 nothing but defaults was added, 1 anything else was found, 2 the text is no contract.\n";
+
 constexpr const char* kDescription =
     "Runs the audio tests of ZQRMTTestsAudio and shows what they say.\n"
     "An endpoint is named by its id, its name, or an unambiguous piece of either.";
@@ -22,7 +41,7 @@ void AddCommands(CLI::App& app, Options& options) {
   using Command = Options::Command;
   const auto add = [&](Command command, const std::string& description) {
     CLI::App* added = app.add_subcommand(CommandWord(command), description);
-    added->footer("The options of 'rmthost --help' are taken here too.\n");
+    added->footer(kFurtherOptions);
     added->callback([&options, command] { options.command = command; });
     return added;
   };
@@ -45,9 +64,13 @@ void AddCommands(CLI::App& app, Options& options) {
       ->check([](const std::string& test) {
         return test == "play" || test == "record" ? "" : "'" + test + "' is no test: play and record are";
       });
-  run->add_option("CONTRACT", options.contract,
-                  "A file of JSON, UTF-8 or UTF-16LE with a byte order mark; - for standard input")
-      ->required();
+  run->add_option("CONTRACT", options.contract, kContractHelp)->required();
+
+  CLI::App* check = add(Command::kCheck, "Show what a data contract loses, gains or has changed in the module");
+  check->add_option("CONTRACT", options.contract, kContractHelp)->required();
+  check->add_flag("--all", options.all, "Show every finding, not just the first 20 of each kind")
+      ->disable_flag_override();
+  check->footer(std::string(kCheckHelp) + "\n" + kFurtherOptions);
 
   add(Command::kVersion, "Show the versions and files in use");
 }
@@ -105,6 +128,8 @@ const char* CommandWord(Options::Command command) {
       return "record";
     case Options::Command::kRun:
       return "run";
+    case Options::Command::kCheck:
+      return "check";
     case Options::Command::kVersion:
       break;
   }

@@ -18,7 +18,7 @@ std::variant<Options, HelpText> ParseCommandLine(std::vector<std::string> argume
 // Whether --json or --quiet is among the arguments: also known when the command line as a whole can't be used.
 bool HasFlag(const std::vector<std::string>& arguments, const std::string& flag);
 
-// "list", "play", "record", "run" or "version".
+// "list", "play", "record", "run", "check" or "version".
 const char* CommandWord(Options::Command command);
 
 }  // namespace host

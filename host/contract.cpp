@@ -7,8 +7,11 @@
 #include <rapidjson/reader.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 
 #include "host/json_output.h"
+#include "host/parsed_contract.h"
 
 namespace host {
 namespace {
@@ -16,14 +19,24 @@ namespace {
 constexpr int kRecordPassed = 244995728;
 constexpr int kPlaybackPassed = 244995729;
 
-// The depth of a text that isn't ours must not become the depth of the stack.
-constexpr unsigned kParseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag;
+// Takes any value that the module is sure to take, and ends the parsing at any other.
+struct UsableValues : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, UsableValues> {
+  const char* reason = "";
 
-const rapidjson::Value* Find(const rapidjson::Value* object, const char* key) {
-  if (object == nullptr || !object->IsObject()) return nullptr;
-  const auto member = object->FindMember(key);
-  return member == object->MemberEnd() ? nullptr : &member->value;
-}
+  bool RawNumber(const char* number, rapidjson::SizeType, bool) {
+    reason = "Number too big to be stored in double.";
+    return std::isfinite(std::strtod(number, nullptr));
+  }
+  // Keys come here too. Half a character can only be an escape's: as bytes the text is valid.
+  bool String(const char* bytes, rapidjson::SizeType length, bool) {
+    reason = "The surrogate pair in string is invalid.";
+    const std::string_view text(bytes, length);
+    for (std::size_t at = text.find('\xED'); at != text.npos; at = text.find('\xED', at + 1)) {
+      if (static_cast<unsigned char>(text[at + 1]) >= 0xA0) return false;
+    }
+    return true;
+  }
+};
 
 }  // namespace
 
@@ -34,14 +47,13 @@ std::string BuildContract(Test test, const std::string& deviceId, const std::str
 }
 
 std::optional<Outcome> ReadReply(std::string_view reply) {
-  rapidjson::Document document;
-  document.Parse<kParseFlags>(reply.data(), reply.size());
-  if (document.HasParseError()) return std::nullopt;
-  const rapidjson::Value* core = Find(&document, "CoreData");
-  const rapidjson::Value* code = Find(core, "ReturnCode");
-  const rapidjson::Value* message = Find(core, "ReturnMessage");
+  const ParsedContract parsed{std::string(reply)};
+  const rapidjson::Value* core = parsed.CoreData();
+  const rapidjson::Value* code = FindMember(core, "ReturnCode");
+  const rapidjson::Value* message = FindMember(core, "ReturnMessage");
   if (code == nullptr || !code->IsInt() || message == nullptr || !message->IsString()) return std::nullopt;
-  const rapidjson::Value* amplitude = Find(Find(Find(core, "DeviceInfo"), "AudioData"), "maxAmplitude");
+  const rapidjson::Value* amplitude =
+      FindMember(FindMember(FindMember(core, "DeviceInfo"), "AudioData"), "maxAmplitude");
   return Outcome{.returnCode = code->GetInt(),
                  .returnMessage = std::string(message->GetString(), message->GetStringLength()),
                  .maxAmplitude = amplitude != nullptr && amplitude->IsNumber() ? amplitude->GetDouble() : 0.0};
@@ -82,11 +94,10 @@ std::string AdviceFor(const Outcome& outcome) {
 }
 
 std::optional<JsonFault> FindJsonFault(std::string_view text) {
-  rapidjson::MemoryStream bytes(text.data(), text.size());
-  rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> stream(bytes);
-  rapidjson::BaseReaderHandler<> ignore_values;
+  rapidjson::MemoryStream stream(text.data(), text.size());
+  UsableValues values;
   rapidjson::Reader reader;
-  const rapidjson::ParseResult result = reader.Parse<kParseFlags>(stream, ignore_values);
+  const rapidjson::ParseResult result = reader.Parse<kParseFlags>(stream, values);
   if (!result.IsError()) return std::nullopt;
 
   const std::string_view good = text.substr(0, result.Offset());
@@ -96,7 +107,8 @@ std::optional<JsonFault> FindJsonFault(std::string_view text) {
       .line = 1 + static_cast<std::size_t>(std::count(good.begin(), good.end(), '\n')),
       .column = 1 + static_cast<std::size_t>(std::count_if(good.begin() + static_cast<std::ptrdiff_t>(lineStart),
                                                            good.end(), isCharacterStart)),
-      .reason = rapidjson::GetParseError_En(result.Code())};
+      .reason = result.Code() == rapidjson::kParseErrorTermination ? values.reason
+                                                                   : rapidjson::GetParseError_En(result.Code())};
 }
 
 }  // namespace host

@@ -28,11 +28,13 @@ bool Passed(Test test, const Outcome& outcome);
 // What a person can do about an outcome that isn't a pass, in a sentence or two.
 std::string AdviceFor(const Outcome& outcome);
 
-// Where and why a text stops being JSON. Lines and columns count from 1, columns in characters.
+// Where and why a text stops being JSON with values that the module can take. Lines and columns count from 1, columns
+// in characters.
 struct JsonFault {
   std::size_t line, column;
   std::string reason;
 };
+// `text` must be valid UTF-8 without a NUL.
 std::optional<JsonFault> FindJsonFault(std::string_view text);
 
 }  // namespace host

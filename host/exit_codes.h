@@ -15,7 +15,7 @@ enum class ExitCode : int {
 inline constexpr const char* kExitCodesHelp =
     "Exit codes:\n"
     "  0  the test passed, or the command did what it was asked\n"
-    "  1  the test did not pass\n"
+    "  1  the test did not pass, or the check found more than added defaults\n"
     "  2  usage error or bad input\n"
     "  3  endpoint not found, not active, or not named unambiguously\n"
     "  4  platform or module error\n";

@@ -10,7 +10,7 @@
 // With --json every call of rmthost writes one JSON document, on one line, to standard output:
 //
 //   formatVersion  1; grows when a key changes its meaning or goes, not when one is added
-//   command        "list", "play", "record", "run", "version" or "help"; null when the command line names none
+//   command        "list", "play", "record", "run", "check", "version" or "help"; null when the command line names none
 //   ok             whether the exit code is 0
 //   exitCode       the exit code
 //   result         what the command found out; absent when it found out nothing
@@ -40,6 +40,11 @@
 // result of run:
 //   test           "play" or "record"
 //   passed, returnCode, returnMessage, advice, log, reply   as above
+// result of check:
+//   changed, dropped, addedOther, doubled, added   [{"path": JSON Pointer; one of more than 300 bytes ends in "...",
+//                    "before": the value sent; only in changed and dropped,
+//                    "after": the value that came back; only in changed, added (with the default) and addedOther (with
+//                             another value)}], an object or array as {} or [], without what is in it
 // result of version:
 //   version        rmthost's version
 //   module         {"path", "found": whether the file exists}

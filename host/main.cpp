@@ -20,6 +20,8 @@ Answer CarryOut(const Options& options) {
       return TestEndpoints(options, style);
     case Options::Command::kRun:
       return RunContract(options, style);
+    case Options::Command::kCheck:
+      return CheckContract(options);
     case Options::Command::kVersion:
       break;
   }

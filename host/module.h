@@ -22,8 +22,8 @@ class Module {
   explicit Module(const std::filesystem::path& file);
 
   // Runs a test: the module gets `contract`, valid UTF-8 without a NUL, and its reply is returned, both otherwise as
-  // they are. Blocks until the test has ended; the calling thread must be on a platform. Throws Failure when the module
-  // gives no reply.
+  // they are. Blocks until the test has ended; for a test to run, the calling thread must be on a platform. Throws
+  // Failure when the module gives no reply.
   std::string Call(Test test, const std::string& contract) const;
 
  private:

@@ -74,6 +74,13 @@ std::string LowerAscii(std::string_view text) {
   return lower;
 }
 
+std::string Shortened(std::string_view text, std::size_t bytes) {
+  if (text.size() <= bytes) return std::string(text);
+  const auto isInsideCharacter = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
+  while (bytes > 0 && isInsideCharacter(text[bytes])) --bytes;
+  return std::string(text.substr(0, bytes)) + "...";
+}
+
 std::string Printable(std::string_view text) {
   std::string printable(text);
   std::replace_if(

@@ -27,6 +27,9 @@ std::string Utf8FromPath(const std::filesystem::path& path);
 // Folds A to Z only: names are compared as the module compares ids, whatever the locale.
 std::string LowerAscii(std::string_view text);
 
+// At most `bytes` bytes of `text`, in whole characters, with "..." for the rest. `text` must be valid UTF-8.
+std::string Shortened(std::string_view text, std::size_t bytes);
+
 // `text` without control characters, which could steer the terminal.
 std::string Printable(std::string_view text);
 

@@ -78,6 +78,11 @@ class BadInput(HostTest):
             (BAD_INPUT, "'surrogate.json' isn't valid UTF-8", ["run", "record", "surrogate.json"], {}),
             (BAD_INPUT, "'nul.json' holds a NUL", ["run", "play", "nul.json"], {}),
             (BAD_INPUT, "'sing' is no test", ["run", "sing", "-"], {}),
+            (BAD_INPUT, "Invalid value", ["check", "-"], {"stdin": b"\xef\xbb\xbf" * 2 + b'{"CoreData":{}}'}),
+            (BAD_INPUT, "The surrogate pair", ["check", "-"], {"stdin": b'{"CoreData":{"\\uDC00":1}}'}),
+            (BAD_INPUT, "Number too big", ["check", "-"], {"stdin": b'{"CoreData":{"A":1.8e308}}'}),
+            (BAD_INPUT, "no object CoreData", ["check", "-"], {"stdin": b"[]"}),
+            (BAD_INPUT, "no object CoreData", ["check", "-"], {"stdin": b'{"CoreData":[],"CoreData":{}}'}),
             (BAD_INPUT, "subcommand is required", [], {}),
             (BAD_INPUT, "--loud", ["list", "--loud"], {}),
             (BAD_INPUT, "extra", ["play", "Speaker", "extra"], {}),
@@ -199,6 +204,90 @@ class Contracts(HostTest):
         self.assertEqual((document["result"]["returnCode"], document["error"]["exitCode"]), (744995686, BAD_INPUT))
         for text in [b"", b"[" * 1000000, b'{"a":1} {}']:
             self.assertEqual(self.rmthost("run", "record", "-", stdin=text)[0], BAD_INPUT)
+
+
+class Check(HostTest):
+    def check(self, contract, prefix="", expected=None):
+        """Returns what was added with the default, by path, and what else was found, which must be `expected`."""
+        exit_code = self.rmthost("check", "-", "--quiet", stdin=contract.encode())[0]
+        result = self.document("check", "-", exit_code=exit_code, stdin=contract.encode())["result"]
+        added = {finding["path"]: finding["after"] for finding in result.pop("added")}
+        # 4 and 4.0 are the same to Python, but not their texts.
+        found = {kind: {finding.pop("path"): json.dumps(list(finding.values()))[1:-1] for finding in findings}
+                 for kind, findings in result.items() if findings}
+        self.assertEqual(exit_code, FAIL if found else PASS)
+        if expected is not None:
+            self.assertEqual(found, {kind: {prefix + path: values for path, values in findings.items()}
+                                     for kind, findings in expected.items()})
+        return added, found
+
+    def test_each_kind_of_finding_has_its_path_and_values(self):
+        entries = ",".join('{"Name":"%d"}' % number for number in range(23))
+        cases = [
+            ('"TaskID":"ü","StateInfo":{},"EventLoggerData":{}', {}),
+            ('"ReturnCode":4.0,"Result":4,"Status":"a\\u0000b","TaskID":{"a":[1]}', {"changed": {
+                "/ReturnCode": "4.0, 0", "/Result": '4, ""', "/Status": '"a\\u0000b", "a"', "/TaskID": '{}, ""'}}),
+            ('"a/b~":[0,{"c":1,"c":2,"c":3}],"TaskID":"","a/b~":{"d":1,"d":1}', {
+                "dropped": {"/a~1b~0": "[]"}, "doubled": {"/a~1b~0": "", "/a~1b~0/1/c": "", "/a~1b~0/d": ""}}),
+            # Numbers: the same value in another text, and values at the ends of their kinds.
+            ('"DeviceInfo":{"AudioData":{"maxAmplitude":1.50,"CommandExecuted":-0}}', {}),
+            ('"DeviceInfo":{"AudioData":{"maxAmplitude":18446744073709551616}},"TaskID":"first","TaskID":5',
+             {"doubled": {"/TaskID": ""}}),
+            ('"DeviceInfo":{"AudioData":{"maxAmplitude":4}}', {"changed": {"/DeviceInfo/AudioData/maxAmplitude": "4, 0.0"}}),
+            ('"DeviceInfo":{"StorageData":{"di":{"DriveType":0,"TotalLBAs":9223372036854775807,"BlockSize":4294967295}}}',
+             {"changed": {"/DeviceInfo/StorageData/di/BlockSize": "4294967295, -1"}}),
+            # Lists: elements skipped, filled up, carried over from the one before, merged, and outside the page.
+            ('"DeviceInfo":{"KeyboardData":{"hexValuesPressed":["a",1,"b"]}}',
+             {"dropped": {"/DeviceInfo/KeyboardData/hexValuesPressed/1": "1"}}),
+            ('"DeviceInfo":{"StorageData":{"di":{"DriveType":0,"sasAddr":[0,0]}}}', {}),
+            ('"DeviceInfo":{"NICData":{"NICAccessPoints":[{"NICAccessPointName":"A"},{}]}}',
+             {"addedOther": {"/DeviceInfo/NICData/NICAccessPoints/1/NICAccessPointName": '"A"'}}),
+            ('"DeviceInfo":{"RegistryAccessData":{"RegistryData":[{"b":"1"},{"b":"2"}]}}',
+             {"dropped": {"/DeviceInfo/RegistryAccessData/RegistryData/1": "{}"}}),
+            ('"DeviceInfo":{"DevList":{"CurrentIndex":1,"Segment":[%s]}}' % entries,
+             {"dropped": {"/DeviceInfo/DevList/Segment/%d" % number: "{}" for number in range(20)}}),
+        ]
+        for core, expected in cases:
+            with self.subTest(core[:100]):
+                self.check('{"CoreData":{%s}}' % core, "/CoreData", expected)
+        self.check('{"Other":1,"CoreData":{},"CoreData":5}', "",
+                   {"dropped": {"/Other": "1"}, "doubled": {"/CoreData": ""}})
+
+    def test_whatever_names_a_device_travels_and_is_not_tested(self):
+        id = '"DeviceInstanceID":"{0.0.1}.{microphone}"'
+        for device, defaults, expected in [
+                ("", 0, {}), ('"DeviceInfo":null,', 0, {"dropped": {"": "null"}}), ('"DeviceInfo":{},', 5, {}),
+                ('"DeviceInfo":null,"DeviceInfo":{%s,"AudioData":{}},' % id, 0,
+                 {"dropped": {"": "null"}, "doubled": {"": ""}}),
+                ('"DeviceInfo":[1],', 0, {"dropped": {"": "[]"}}), ('"DeviceInfo":{ %s,"AudioData":{}},' % id, 7, {}),
+                ('"DeviceInfo":{"AudioData":{"targetDevice":"T"},"AudioData":null,%s,"DeviceInstanceID":""},' % id, 6,
+                 {"doubled": {"/AudioData": "", "/DeviceInstanceID": ""}}),
+                ('"DeviceInfo":{"DeviceInstanceID":7,"\\u0041udioData":{}},', 7,
+                 {"changed": {"/DeviceInstanceID": '7, ""'}})]:
+            for outcome in ['"ReturnCode":0,"ReturnMessage":""', '"ReturnCode":-5,"ReturnMessage":"m"']:
+                with self.subTest(device + outcome):
+                    added, _ = self.check('{"CoreData":{%s%s}}' % (device, outcome), "/CoreData/DeviceInfo", expected)
+                    self.assertEqual(sum("DeviceInfo" in path for path in added), defaults)
+
+    def test_size_and_depth_are_no_matter(self):
+        found = self.check('{"CoreData":{"TaskID":%s,"X":%s}}' % (
+            "[" * 300000 + "]" * 300000, '{"a":1,"a":' * 20000 + "1" + "}" * 20000))[1]
+        self.assertEqual((found["changed"], found["dropped"]), ({"/CoreData/TaskID": '[], ""'}, {"/CoreData/X": "{}"}))
+        self.assertEqual(max(map(len, found["doubled"])), 303, "a path is cut")
+        found = self.check('{"CoreData":{%s}}' % ",".join('"%d":1,"%d":1' % (key, key) for key in range(30000)))[1]
+        self.assertEqual((len(found["dropped"]), len(found["doubled"])), (30000, 30000))
+
+    def test_the_text_groups_the_findings_and_shortens_them(self):
+        unknown = ",".join('"X%d":[]' % number for number in range(30))
+        contract = ('{"CoreData":{"Result":4,%s,"Y":"%s"}}' % (unknown, "ü" * 99)).encode()
+        output = self.rmthost("check", "-", stdin=contract)[1].decode()
+        for line in ["doesn't come back as it is.\n", '1 came back changed:\n  /CoreData/Result  4  ->  ""\n',
+                     "31 dropped:\n  /CoreData/X0  []\n", "  /CoreData/X19  []\n  and 11 more", "7 added with the default:\n"]:
+            self.assertIn(line, output)
+        code, output, errors = self.rmthost("check", "--all", "-", stdin=contract)
+        self.assertIn('  /CoreData/X29  []\n  /CoreData/Y  "%s...\n' % ("ü" * 29), output.decode())
+        self.assertEqual((code, errors), (FAIL, ""))
+        self.assertIn("No audio test is run", self.document("check", "--help")["result"]["text"])
 
 
 class Output(HostTest):
