@@ -4,6 +4,7 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -44,6 +45,48 @@ bool HasLoneSecondHalf(std::u16string_view text) {
   return false;
 }
 
+// RapidJSON adds the exponent and the number of fraction digits as they stand, and reads outside its table of powers
+// when the sum overflows. An exponent of this many digits or more may be that far down, and gives 0 in any case.
+constexpr std::size_t kSafeExponentDigits = 9;
+
+bool IsDigit(char16_t unit) {
+  return unit >= u'0' && unit <= u'9';
+}
+
+// Whether a negative exponent of so many digits begins somewhere, inside a string or not.
+bool MayHaveDeepExponent(std::u16string_view text) {
+  for (std::size_t at = text.find(u'-'); at != text.npos; at = text.find(u'-', at + 1)) {
+    if (at == 0 || (text[at - 1] | 0x20) != u'e') continue;
+    std::size_t end = at + 1;
+    while (end < text.size() && IsDigit(text[end])) ++end;
+    if (end - at > kSafeExponentDigits) return true;
+  }
+  return false;
+}
+
+// The same text, with each such exponent outside of strings cut to the deepest safe one. Leading zeros stay.
+std::u16string WithoutDeepExponents(std::u16string text) {
+  bool inString = false;
+  for (std::size_t at = 0; at < text.size() && text[at] != u'\0'; ++at) {
+    if (inString && text[at] == u'\\') {
+      ++at;
+    } else if (text[at] == u'"') {
+      inString = !inString;
+    } else if (!inString && at > 0 && text[at] == u'-' && (text[at - 1] | 0x20) == u'e') {
+      std::size_t begin = at + 1;
+      while (begin < text.size() && text[begin] == u'0') ++begin;
+      std::size_t end = begin;
+      while (end < text.size() && IsDigit(text[end])) ++end;
+      if (end - begin < kSafeExponentDigits) continue;
+      std::fill(text.begin() + static_cast<std::ptrdiff_t>(begin), text.begin() + static_cast<std::ptrdiff_t>(end),
+                u'0');
+      std::fill(text.begin() + static_cast<std::ptrdiff_t>(end - kSafeExponentDigits + 1),
+                text.begin() + static_cast<std::ptrdiff_t>(end), u'9');
+    }
+  }
+  return text;
+}
+
 // Hands the parser's events on to the document, but for numbers that have become infinite on the way.
 class FiniteNumbers {
  public:
@@ -76,9 +119,11 @@ class FiniteNumbers {
 
 bool ParseText(const std::u16string& text, Document& document) {
   if (HasLoneSecondHalf(text)) return false;
+  const std::u16string safe = MayHaveDeepExponent(text) ? WithoutDeepExponents(text) : std::u16string();
+  const char16_t* const source = safe.empty() ? text.c_str() : safe.c_str();
   bool parsed = false;
   auto parse = [&](Document& target) {
-    rapidjson::GenericStringStream<Encoding> stream(text.c_str());
+    rapidjson::GenericStringStream<Encoding> stream(source);
     rapidjson::GenericReader<Encoding, Encoding> reader;
     FiniteNumbers handler(target);
     parsed = !reader.Parse<rapidjson::kParseIterativeFlag>(stream, handler).IsError();

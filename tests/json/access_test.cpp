@@ -56,6 +56,16 @@ TEST_F(AccessTest, TextThatIsNotJsonLeavesTheRoot) {
   EXPECT_TRUE(json::ParseText(u"\t{\"a\":1e308}\r\n ", document));
 }
 
+TEST_F(AccessTest, ExponentsBeyondAllBoundsGiveZero) {
+  for (const char16_t* number : {u"0.0000000001e-2147483639", u"1.5E-00099999999999999999999", u"-1.0e-2147483648"}) {
+    Parse(std::u16string(u"{\"a\":") + number + u",\"text\":\"1e-2147483639\\\"\"}");
+    ASSERT_TRUE(document.HasMember(u"a"));
+    EXPECT_EQ(document[u"a"].GetDouble(), 0.0);
+    EXPECT_EQ(document[u"text"].GetString(), std::u16string(u"1e-2147483639\"")) << "texts stay as they are";
+  }
+  EXPECT_EQ(Parse(u"{\"a\":25e-0000000000001}")[u"a"].GetDouble(), 2.5);
+}
+
 TEST_F(AccessTest, AnInfiniteNumberEndsTheText) {
   Parse(u"{\"a\":1,\"b\":2,\"c\":3}");
   document[u"b"].SetDouble(HUGE_VAL);
