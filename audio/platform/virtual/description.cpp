@@ -146,7 +146,7 @@ MachineDescription ParseDescription(std::string_view json) {
   constexpr std::string_view kClocks[] = {"real", "virtual"};
   if (json.starts_with(kByteOrderMark)) json.remove_prefix(kByteOrderMark.size());
   rapidjson::Document document;
-  constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag;
+  constexpr unsigned kFlags = rapidjson::kParseIterativeFlag;
   if (document.Parse<kFlags>(json.data(), json.size()).HasParseError()) RefuseText(json, document);
 
   const Node root(&document, "");
