@@ -10,13 +10,15 @@ namespace {
 
 using rapidjson::Value;
 
+// As FindMember; what is in a value that may be changed may be changed too.
+Value* Member(Value& object, std::string_view key) {
+  return const_cast<Value*>(FindMember(&object, key));
+}
+
 // The record called `key` of a record in a reply, which has it when the module read the contract.
 Value& Record(Value& outer, const char* key) {
-  if (outer.IsObject()) {
-    if (const auto member = outer.FindMember(key); member != outer.MemberEnd() && member->value.IsObject()) {
-      return member->value;
-    }
-  }
+  Value* record = Member(outer, key);
+  if (record != nullptr && record->IsObject()) return *record;
   throw Failure(ExitCode::kBadInput, "The module doesn't read the contract: to it the text is no JSON.",
                 "Look for numbers that are too big, and check with 'rmthost version' that this is the right module.");
 }
@@ -85,11 +87,10 @@ ParsedContract PassThrough(const Module& module, const ParsedContract& contract)
 
   ParsedContract reply = ReplyTo(contract.With(R"("DeviceInstanceID":"")", *device), module);
   ParsedContract withId = ReplyTo(contract.With(R"("AudioData":null)", *device), module);
-  Value& replied = Record(Record(reply.Root(), "CoreData"), "DeviceInfo");
-  const auto id = replied.FindMember("DeviceInstanceID");
-  const Value* shown = FindMember(&Record(Record(withId.Root(), "CoreData"), "DeviceInfo"), "DeviceInstanceID");
-  if (id == replied.MemberEnd() || shown == nullptr || !shown->IsString()) throw UnreadableReply();
-  id->value.SetString(shown->GetString(), shown->GetStringLength(), reply.Root().GetAllocator());
+  Value* id = Member(Record(Record(reply.Root(), "CoreData"), "DeviceInfo"), "DeviceInstanceID");
+  const Value* shown = Member(Record(Record(withId.Root(), "CoreData"), "DeviceInfo"), "DeviceInstanceID");
+  if (id == nullptr || shown == nullptr || !shown->IsString()) throw UnreadableReply();
+  id->SetString(shown->GetString(), shown->GetStringLength(), reply.Root().GetAllocator());
   return reply;
 }
 

@@ -231,10 +231,13 @@ class Check(HostTest):
                 "dropped": {"/a~1b~0": "[]"}, "doubled": {"/a~1b~0": "", "/a~1b~0/1/c": "", "/a~1b~0/d": ""}}),
             # Numbers: the same value in another text, and values at the ends of their kinds.
             ('"DeviceInfo":{"AudioData":{"maxAmplitude":1.50,"CommandExecuted":-0}}', {}),
+            ('"DeviceInfo":{"AudioData":{"maxAmplitude":0.%s123456789012345678901}}' % ("0" * 400), {}),
             ('"DeviceInfo":{"AudioData":{"maxAmplitude":18446744073709551616}},"TaskID":"first","TaskID":5',
              {"doubled": {"/TaskID": ""}}),
-            ('"DeviceInfo":{"AudioData":{"maxAmplitude":4}}', {"changed": {"/DeviceInfo/AudioData/maxAmplitude": "4, 0.0"}}),
-            ('"DeviceInfo":{"StorageData":{"di":{"DriveType":0,"TotalLBAs":9223372036854775807,"BlockSize":4294967295}}}',
+            ('"DeviceInfo":{"AudioData":{"maxAmplitude":4}}',
+             {"changed": {"/DeviceInfo/AudioData/maxAmplitude": "4, 0.0"}}),
+            ('"DeviceInfo":{"StorageData":'
+             '{"di":{"DriveType":0,"TotalLBAs":-9223372036854775808,"BlockSize":4294967295}}}',
              {"changed": {"/DeviceInfo/StorageData/di/BlockSize": "4294967295, -1"}}),
             # Lists: elements skipped, filled up, carried over from the one before, merged, and outside the page.
             ('"DeviceInfo":{"KeyboardData":{"hexValuesPressed":["a",1,"b"]}}',
@@ -282,7 +285,8 @@ class Check(HostTest):
         contract = ('{"CoreData":{"Result":4,%s,"Y":"%s"}}' % (unknown, "ü" * 99)).encode()
         output = self.rmthost("check", "-", stdin=contract)[1].decode()
         for line in ["doesn't come back as it is.\n", '1 came back changed:\n  /CoreData/Result  4  ->  ""\n',
-                     "31 dropped:\n  /CoreData/X0  []\n", "  /CoreData/X19  []\n  and 11 more", "7 added with the default:\n"]:
+                     "31 dropped:\n  /CoreData/X0  []\n", "  /CoreData/X19  []\n  and 11 more",
+                     "7 added with the default:\n"]:
             self.assertIn(line, output)
         code, output, errors = self.rmthost("check", "--all", "-", stdin=contract)
         self.assertIn('  /CoreData/X29  []\n  /CoreData/Y  "%s...\n' % ("ü" * 29), output.decode())
