@@ -26,6 +26,18 @@ std::u16string Answer(ZQRMTTestFunction* test, const std::u16string& contract) {
   return reply.get();
 }
 
+// Whether the text holds a number of more than 15 digits: such a double can move by a unit in its last place each time
+// it is read, as the contract's number precision is RapidJSON's normal one.
+bool HasLongNumber(const std::u16string& text) {
+  std::size_t digits = 0;
+  for (const char16_t unit : text) {
+    const bool digit = unit >= u'0' && unit <= u'9';
+    if (!digit && unit != u'.') digits = 0;
+    if (digit && ++digits > 15) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 // tools/fuzz gives the process a log directory of its own, with a flag that keeps the test objects' lines out of it.

@@ -8,7 +8,7 @@
 
 namespace ZQ_RMT_MODELS {
 
-// What a battery reports of itself, in the units of the Smart Battery Data Specification.
+// What a battery reports of itself.
 class BatteryDiagsProperties {
  public:
   std::uint16_t DesignCapacity = 0;
