@@ -210,6 +210,7 @@ TEST_F(VirtualMachine, TracesCallsAndCountsItsObjects) {
 TEST_F(VirtualMachine, RefusesADescriptionWithAMistake) {
   const std::pair<std::string, const char*> cases[] = {
       {"{\n \"clock\": \"virtual\",\n}", "line 3, column 1: not JSON"},
+      {"{\n\"seed\": 0.0000000001e-2147483639}", "line 2, column 9: the exponent is too long"},
       {"[]", "the description: must be an object, not a list"},
       {R"({"clok": 1})", "clok: is not a key"},
       {With("", "", R"(, "clock": "real")"), "clock: stands there twice"},

@@ -2,6 +2,8 @@
 
 #include <rapidjson/document.h>
 #include <rapidjson/error/en.h>
+#include <rapidjson/memorystream.h>
+#include <rapidjson/reader.h>
 #include <utf8/checked.h>
 #include <algorithm>
 #include <iterator>
@@ -130,12 +132,31 @@ Fault ReadFault(const Node& node) {
           .sticky = node["sticky"].BooleanOr(false)};
 }
 
-[[noreturn]] void RefuseText(std::string_view json, const rapidjson::Document& document) {
-  const std::string_view before = json.substr(0, document.GetErrorOffset());
+// RapidJSON reads outside its table of powers for some exponents of nine digits and more. No number of a description
+// needs one near that.
+struct ShortNumbers : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, ShortNumbers> {
+  static constexpr std::size_t kMostExponentCharacters = 8;
+  static bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
+    const std::string_view number(text, length);
+    const std::size_t exponent = number.find_first_of("eE");
+    return exponent == number.npos || length - exponent <= kMostExponentCharacters;
+  }
+};
+
+[[noreturn]] void RefuseText(std::string_view json, std::size_t offset, const std::string& reason) {
+  const std::string_view before = json.substr(0, offset);
   const auto line = 1 + std::count(before.begin(), before.end(), '\n');
   const std::size_t column = before.size() - (before.find_last_of('\n') + 1) + 1;
-  throw platform::PlatformError("line " + std::to_string(line) + ", column " + std::to_string(column) +
-                                ": not JSON: " + rapidjson::GetParseError_En(document.GetParseError()));
+  throw platform::PlatformError("line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + reason);
+}
+
+void RequireShortNumbers(std::string_view json) {
+  constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+  rapidjson::MemoryStream stream(json.data(), json.size());
+  ShortNumbers numbers;
+  rapidjson::Reader reader;
+  const rapidjson::ParseResult result = reader.Parse<kFlags>(stream, numbers);
+  if (result.Code() == rapidjson::kParseErrorTermination) RefuseText(json, result.Offset(), "the exponent is too long");
 }
 
 }  // namespace
@@ -145,9 +166,13 @@ MachineDescription ParseDescription(std::string_view json) {
   constexpr std::string_view kKeys[] = {"clock", "seed", "endpoints", "faults"};
   constexpr std::string_view kClocks[] = {"real", "virtual"};
   if (json.starts_with(kByteOrderMark)) json.remove_prefix(kByteOrderMark.size());
+  RequireShortNumbers(json);
   rapidjson::Document document;
   constexpr unsigned kFlags = rapidjson::kParseIterativeFlag;
-  if (document.Parse<kFlags>(json.data(), json.size()).HasParseError()) RefuseText(json, document);
+  if (document.Parse<kFlags>(json.data(), json.size()).HasParseError()) {
+    RefuseText(json, document.GetErrorOffset(),
+               std::string("not JSON: ") + rapidjson::GetParseError_En(document.GetParseError()));
+  }
 
   const Node root(&document, "");
   root.AllowKeys(kKeys);
