@@ -11,13 +11,6 @@ void RaiseIf(const std::error_code& error, const char* operation, const std::fil
 
 }  // namespace
 
-bool Exists(const std::filesystem::path& path) {
-  std::error_code error;
-  const bool found = std::filesystem::exists(path, error);
-  RaiseIf(error, "exists", path);
-  return found;
-}
-
 std::uintmax_t FileSize(const std::filesystem::path& path) {
   std::error_code error;
   const std::uintmax_t size = std::filesystem::file_size(path, error);
