@@ -8,10 +8,16 @@
 
 namespace platform {
 
-// Why a platform can't be had, in a sentence for the person who asked for it. UTF-8.
+// Why a platform can't be had, in a sentence for the person who asked for it (UTF-8), and as a status: E_INVALIDARG for
+// a description that can't be used, any other for a platform that isn't there.
 class PlatformError : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit PlatformError(const std::string& sentence, HRESULT status = E_INVALIDARG)
+      : std::runtime_error(sentence), status_(status) {}
+  HRESULT Status() const { return status_; }
+
+ private:
+  HRESULT status_;
 };
 
 // What stands behind the platform's functions on a thread. One exists per initialisation; the objects that it hands out
@@ -31,9 +37,5 @@ class Platform {
   // The text of AudioPlatformState. Throws std::bad_alloc.
   virtual std::string State() const = 0;
 };
-
-// Releases what a property value holds and makes it empty. E_INVALIDARG, with nothing changed, for a kind of value that
-// the property stores here don't hand out.
-HRESULT ReleaseProperty(PROPVARIANT* value);
 
 }  // namespace platform

@@ -9,6 +9,8 @@
 #include "audio/platform/audio_platform.h"
 #include "audio/platform/core_audio.h"
 #include "audio/platform/platform.h"
+#include "audio/platform/property.h"
+#include "audio/platform/pulse/pulse_platform.h"
 #include "audio/platform/virtual/virtual_platform.h"
 
 namespace {
@@ -18,12 +20,20 @@ thread_local std::string t_error;
 
 std::unique_ptr<platform::Platform> MakePlatform(std::string_view description) {
   constexpr std::string_view kVirtualFile = "virtual:";
+  constexpr std::string_view kPulseServer = "pulse:";
   if (description == "virtual") return virtual_audio::BuiltInPlatform();
   if (description.starts_with(kVirtualFile)) {
     return virtual_audio::PlatformFromFile(std::string(description.substr(kVirtualFile.size())));
   }
+  if (description == "pulse") return pulse_audio::PlatformOn("");
+  if (description.starts_with(kPulseServer)) {
+    description.remove_prefix(kPulseServer.size());
+    // To libpulse this would mean to look by itself.
+    if (description.empty()) throw platform::PlatformError("\"pulse:\" names no sound server.");
+    return pulse_audio::PlatformOn(std::string(description));
+  }
   throw platform::PlatformError("There is no audio platform \"" + std::string(description) +
-                                "\"; there are \"virtual\" and \"virtual:FILE\".");
+                                "\"; there are \"virtual\", \"virtual:FILE\", \"pulse\" and \"pulse:SERVER\".");
 }
 
 }  // namespace
@@ -67,7 +77,7 @@ std::int32_t AudioPlatformInitialize(const char* description) {
     } catch (const std::bad_alloc&) {
       return E_OUTOFMEMORY;
     }
-    return E_INVALIDARG;
+    return error.Status();
   } catch (...) {
     // Whatever else is thrown in here comes from the allocator. This sentence needs no memory of its own.
     t_error = "Out of memory.";

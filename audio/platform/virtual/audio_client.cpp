@@ -1,30 +1,18 @@
 #include "audio/platform/virtual/audio_client.h"
 
-#include <algorithm>
-#include <cstring>
-
+#include "audio/platform/caller_memory.h"
 #include "audio/platform/com_ptr.h"
+#include "audio/platform/stream_request.h"
 #include "audio/platform/virtual/object.h"
 
 namespace virtual_audio {
 
 namespace {
 
-constexpr REFERENCE_TIME kUnitsPerSecond = 10'000'000;
-// Two packets; a shorter duration is raised to it.
-constexpr REFERENCE_TIME kShortestBuffer = kUnitsPerSecond / 50;
-constexpr REFERENCE_TIME kLongestBuffer = 3600 * kUnitsPerSecond;
-
 // Keeps the client, and so the stream, alive as long as the service.
 ComPtr<IAudioClient> Share(IAudioClient& client) {
   client.AddRef();
   return ComPtr<IAudioClient>(&client);
-}
-
-WAVEFORMATEX* WaveFormatForCaller(const SampleFormat& format) {
-  const WAVEFORMATEXTENSIBLE wave = format.ToWaveFormat();
-  const std::size_t bytes = sizeof(WAVEFORMATEX) + wave.Format.cbSize;
-  return static_cast<WAVEFORMATEX*>(std::memcpy(TaskMemory(bytes), &wave, bytes));
 }
 
 class RenderClient final : public Object<IAudioRenderClient> {
@@ -34,8 +22,7 @@ class RenderClient final : public Object<IAudioRenderClient> {
 
   HRESULT GetBuffer(UINT32 frames, BYTE** data) override {
     Empty(data);
-    return Call("IAudioRenderClient::GetBuffer", {{"frames", frames}},
-                [&]() -> HRESULT { return data == nullptr ? E_POINTER : stream_.GetBuffer(frames, data); });
+    return Call("IAudioRenderClient::GetBuffer", {{"frames", frames}}, [&] { return stream_.GetBuffer(frames, data); });
   }
 
   HRESULT ReleaseBuffer(UINT32 frames, DWORD flags) override {
@@ -57,21 +44,13 @@ class CaptureClient final : public Object<IAudioCaptureClient> {
   HRESULT GetBuffer(BYTE** data, UINT32* frames, DWORD* flags, UINT64* devicePosition,
                     UINT64* performanceCounter) override {
     Empty(data);
-    return Call("IAudioCaptureClient::GetBuffer", {}, [&]() -> HRESULT {
-      if (data == nullptr || frames == nullptr || flags == nullptr) return E_POINTER;
-      UINT64 position = 0;
-      Time time = 0;
-      const HRESULT status = stream_.GetBuffer(data, frames, flags, &position, &time);
-      if (status != S_OK) return status;
-      if (devicePosition != nullptr) *devicePosition = position;
-      if (performanceCounter != nullptr) *performanceCounter = static_cast<UINT64>(time / 100);
-      return S_OK;
-    });
+    return Call("IAudioCaptureClient::GetBuffer", {},
+                [&] { return stream_.Packets().GetBuffer(data, frames, flags, devicePosition, performanceCounter); });
   }
 
   HRESULT ReleaseBuffer(UINT32 frames) override {
     return Call("IAudioCaptureClient::ReleaseBuffer", {{"frames", frames}},
-                [&] { return stream_.ReleaseBuffer(frames); });
+                [&] { return stream_.Packets().ReleaseBuffer(frames); });
   }
 
   HRESULT GetNextPacketSize(UINT32* frames) override {
@@ -93,16 +72,18 @@ class AudioClient final : public Object<IAudioClient> {
 
   HRESULT Initialize(AUDCLNT_SHAREMODE shareMode, DWORD flags, REFERENCE_TIME bufferDuration,
                      REFERENCE_TIME periodicity, const WAVEFORMATEX* format, const GUID*) override {
-    return Call(
-        "IAudioClient::Initialize",
-        {{"shareMode", std::int64_t{shareMode}}, {"flags", flags}, {"bufferDuration", bufferDuration}, {"periodicity", periodicity}},
-        [&]() -> HRESULT {
-          if (format == nullptr) return E_POINTER;
-          if (stream_ != nullptr) return AUDCLNT_E_ALREADY_INITIALIZED;
-          if (shareMode == AUDCLNT_SHAREMODE_EXCLUSIVE) return AUDCLNT_E_EXCLUSIVE_MODE_NOT_ALLOWED;
-          if (shareMode != AUDCLNT_SHAREMODE_SHARED || periodicity != 0) return E_INVALIDARG;
-          return MakeStream(flags, bufferDuration, SampleFormat::From(*format));
-        });
+    return Call("IAudioClient::Initialize",
+                {{"shareMode", std::int64_t{shareMode}},
+                 {"flags", flags},
+                 {"bufferDuration", bufferDuration},
+                 {"periodicity", periodicity}},
+                [&]() -> HRESULT {
+                  if (format == nullptr) return E_POINTER;
+                  if (stream_ != nullptr) return AUDCLNT_E_ALREADY_INITIALIZED;
+                  const HRESULT status = platform::CheckRequest(shareMode, flags, bufferDuration, periodicity);
+                  if (status != S_OK) return status;
+                  return MakeStream(flags, bufferDuration, SampleFormat::From(*format));
+                });
   }
 
   HRESULT GetBufferSize(UINT32* frames) override {
@@ -125,12 +106,10 @@ class AudioClient final : public Object<IAudioClient> {
                             WAVEFORMATEX** closestMatch) override {
     Empty(closestMatch);
     return Call("IAudioClient::IsFormatSupported", {{"shareMode", std::int64_t{shareMode}}}, [&]() -> HRESULT {
-      if (format == nullptr) return E_POINTER;
-      if (shareMode == AUDCLNT_SHAREMODE_EXCLUSIVE) return AUDCLNT_E_UNSUPPORTED_FORMAT;
-      if (shareMode != AUDCLNT_SHAREMODE_SHARED) return E_INVALIDARG;
-      if (closestMatch == nullptr) return E_POINTER;
-      const HRESULT status = GetEndpoint().Supports(SampleFormat::From(*format));
-      if (status == S_FALSE) *closestMatch = WaveFormatForCaller(*GetEndpoint().closest);
+      HRESULT status = platform::CheckFormatQuery(shareMode, format, closestMatch);
+      if (status != S_OK) return status;
+      status = GetEndpoint().Supports(SampleFormat::From(*format));
+      if (status == S_FALSE) *closestMatch = platform::WaveFormatForCaller(*GetEndpoint().closest);
       return status;
     });
   }
@@ -181,13 +160,11 @@ class AudioClient final : public Object<IAudioClient> {
   }
 
   HRESULT MakeStream(DWORD flags, REFERENCE_TIME duration, const std::optional<SampleFormat>& format) {
-    constexpr DWORD kKnownFlags = AUDCLNT_STREAMFLAGS_AUTOCONVERTPCM | AUDCLNT_STREAMFLAGS_SRC_DEFAULT_QUALITY;
-    if ((flags & ~kKnownFlags) != 0 || duration < 0) return E_INVALIDARG;
     const bool converts = (flags & AUDCLNT_STREAMFLAGS_AUTOCONVERTPCM) != 0;
     if (!format || (!converts && GetEndpoint().Supports(format) != S_OK)) return AUDCLNT_E_UNSUPPORTED_FORMAT;
-    if (duration > kLongestBuffer) return E_OUTOFMEMORY;
-    const REFERENCE_TIME units = std::max(duration, kShortestBuffer) * format->rate;
-    const auto frames = static_cast<UINT32>((units + kUnitsPerSecond - 1) / kUnitsPerSecond);
+    UINT32 frames = 0;
+    const HRESULT status = platform::BufferFrames(duration, format->rate, &frames);
+    if (status != S_OK) return status;
     Endpoint& endpoint = GetEndpoint();
     if (endpoint.flow == eRender) {
       endpoint.renderStreams.push_back(std::make_shared<RenderStream>(*format, frames));

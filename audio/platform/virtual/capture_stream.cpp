@@ -10,36 +10,13 @@ void CaptureStream::Start(Time now) {
   isRunning_ = true;
 }
 
-HRESULT CaptureStream::GetBuffer(BYTE** data, UINT32* frames, DWORD* flags, UINT64* position, Time* time) {
-  if (isHandedOut_) return AUDCLNT_E_OUT_OF_ORDER;
-  *frames = Padding();
-  if (packets_.empty()) return AUDCLNT_S_BUFFER_EMPTY;
-  Packet& packet = packets_.front();
-  isHandedOut_ = true;
-  *data = packet.bytes.data();
-  *flags = packet.flags;
-  *position = static_cast<UINT64>(packet.position);
-  *time = packet.time;
-  return S_OK;
-}
-
-HRESULT CaptureStream::ReleaseBuffer(UINT32 frames) {
-  if (!isHandedOut_) return frames == 0 ? S_OK : AUDCLNT_E_OUT_OF_ORDER;
-  if (frames != 0 && frames != Padding()) return AUDCLNT_E_INVALID_SIZE;
-  isHandedOut_ = false;
-  if (frames == 0) return S_OK;
-  waitingFrames_ -= frames;
-  packets_.pop_front();
-  return S_OK;
-}
-
 void CaptureStream::Record(Time now, std::span<const double> gains, double noise, const Listen& listen) {
   if (!isRunning_) return;
   const std::int64_t due = startFrame_ + FramesIn(now - start_, format_.rate);
   while (next_ < due) {
     const std::int64_t packetEnd = PacketStart(packet_ + 1);
     const auto packetFrames = static_cast<UINT32>(packetEnd - PacketStart(packet_));
-    if (begun_.empty() && packetFrames > bufferFrames_ - waitingFrames_) {
+    if (begun_.empty() && !packets_.HasRoomFor(packetFrames)) {
       // Nothing is read in the time that passes here, so all packets that begin in it are lost with this one.
       packet_ = (due * 100 + format_.rate - 1) / format_.rate;
       next_ = PacketStart(packet_);
@@ -48,13 +25,12 @@ void CaptureStream::Record(Time now, std::span<const double> gains, double noise
     }
     Take(static_cast<std::size_t>(std::min(packetEnd, due) - next_), gains, noise, listen);
     if (next_ < packetEnd) return;
-    packets_.push_back({.bytes = std::move(begun_),
-                        .frames = packetFrames,
-                        .flags = hasLost_ ? DWORD{AUDCLNT_BUFFERFLAGS_DATA_DISCONTINUITY} : DWORD{0},
-                        .position = PacketStart(packet_),
-                        .time = begunTime_});
+    packets_.Push({.bytes = std::move(begun_),
+                   .frames = packetFrames,
+                   .flags = hasLost_ ? DWORD{AUDCLNT_BUFFERFLAGS_DATA_DISCONTINUITY} : DWORD{0},
+                   .position = PacketStart(packet_),
+                   .time = begunTime_});
     begun_.clear();
-    waitingFrames_ += packetFrames;
     hasLost_ = false;
     ++packet_;
   }

@@ -2,17 +2,18 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
 #include "audio/platform/core_audio.h"
+#include "audio/platform/endpoint_state.h"
+#include "audio/platform/sample_format.h"
 #include "audio/platform/virtual/clock.h"
-#include "audio/platform/virtual/sample_format.h"
 
 namespace virtual_audio {
 
-using WideText = std::basic_string<WCHAR>;
+using platform::SampleFormat;
+using platform::WideText;
 
 // One render endpoint that a capture endpoint hears.
 struct Hearing {
@@ -22,16 +23,8 @@ struct Hearing {
 };
 
 // docs/virtual-machine.md says what each key means; the members are named after the keys.
-struct EndpointDescription {
-  WideText id;
-  WideText name;
-  EDataFlow flow = eRender;
-  DWORD state = DEVICE_STATE_ACTIVE;
-  std::vector<ERole> defaultRoles;
-  std::vector<float> levels;
-  bool muted = false;
+struct EndpointDescription : platform::EndpointState {
   double noise = 0.0;
-  SampleFormat format;
   bool takesEveryPcm = true;            // what `closest` null says
   std::optional<SampleFormat> closest;  // the one format that is taken; nothing with takesEveryPcm false takes none
   std::vector<Hearing> hears;

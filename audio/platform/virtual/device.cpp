@@ -1,7 +1,7 @@
 #include "audio/platform/virtual/device.h"
 
-#include <cstring>
-
+#include "audio/platform/caller_memory.h"
+#include "audio/platform/property.h"
 #include "audio/platform/virtual/audio_client.h"
 #include "audio/platform/virtual/endpoint_volume.h"
 #include "audio/platform/virtual/object.h"
@@ -10,32 +10,14 @@ namespace virtual_audio {
 
 namespace {
 
-LPWSTR TextForCaller(const WideText& text) {
-  const std::size_t bytes = (text.size() + 1) * sizeof(WCHAR);
-  return static_cast<LPWSTR>(std::memcpy(TaskMemory(bytes), text.c_str(), bytes));
-}
-
 class PropertyStore final : public Object<IPropertyStore> {
  public:
   PropertyStore(const std::shared_ptr<Machine>& machine, Endpoint& endpoint) : Object(machine, &endpoint) {}
 
-  // A key that the endpoint doesn't have gives the empty value, as published.
   HRESULT GetValue(REFPROPERTYKEY key, PROPVARIANT* value) override {
     if (value != nullptr) PropVariantInit(value);
-    return Call("IPropertyStore::GetValue", {{"key", key}}, [&]() -> HRESULT {
-      if (value == nullptr) return E_POINTER;
-      if (key == PKEY_AudioEngine_DeviceFormat) {
-        const WAVEFORMATEXTENSIBLE wave = GetEndpoint().format.ToWaveFormat();
-        const auto bytes = static_cast<ULONG>(sizeof(WAVEFORMATEX) + wave.Format.cbSize);
-        value->blob.pBlobData = static_cast<BYTE*>(std::memcpy(TaskMemory(bytes), &wave, bytes));
-        value->blob.cbSize = bytes;
-        value->vt = VT_BLOB;
-      } else if (key == PKEY_Device_FriendlyName) {
-        value->pwszVal = TextForCaller(GetEndpoint().name);
-        value->vt = VT_LPWSTR;
-      }
-      return S_OK;
-    });
+    return Call("IPropertyStore::GetValue", {{"key", key}},
+                [&] { return platform::GetProperty(GetEndpoint(), key, value); });
   }
 };
 
@@ -71,7 +53,7 @@ class Device final : public Object<IMMDevice> {
     Empty(id);
     return Call("IMMDevice::GetId", {}, [&]() -> HRESULT {
       if (id == nullptr) return E_POINTER;
-      *id = TextForCaller(GetEndpoint().id);
+      *id = platform::TextForCaller(GetEndpoint().id);
       return S_OK;
     });
   }

@@ -1,86 +1,13 @@
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-#include <utf8/checked.h>
-#include <charconv>
-#include <cmath>
-#include <iterator>
-
+#include "audio/platform/endpoint_state.h"
 #include "audio/platform/virtual/machine.h"
 
 namespace virtual_audio {
 
 namespace {
 
-using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
-
-void WriteText(Writer& writer, std::string_view text) {
-  writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-}
-
-void WriteText(Writer& writer, const WideText& text) {
-  std::string narrow;
-  utf8::utf16to8(text.begin(), text.end(), std::back_inserter(narrow));
-  WriteText(writer, narrow);
-}
-
-// The shortest text that reads as the same float, where a double would show the digits that the float doesn't have.
-void WriteFloat(Writer& writer, float value) {
-  if (!std::isfinite(value)) {
-    writer.Null();
-    return;
-  }
-  char text[32];
-  const auto end = std::to_chars(std::begin(text), std::end(text), value).ptr;
-  writer.RawValue(text, static_cast<std::size_t>(end - text), rapidjson::kNumberType);
-}
-
-const char* StateName(DWORD state) {
-  switch (state) {
-    case DEVICE_STATE_ACTIVE:
-      return "active";
-    case DEVICE_STATE_DISABLED:
-      return "disabled";
-    case DEVICE_STATE_NOTPRESENT:
-      return "notpresent";
-    default:
-      return "unplugged";
-  }
-}
-
-void WriteEndpoint(Writer& writer, const Endpoint& endpoint) {
-  constexpr const char* kFlows[] = {"render", "capture"};
-  constexpr const char* kRoles[] = {"console", "multimedia", "communications"};
-  const auto number = [&writer](const char* key, unsigned value) {
-    writer.Key(key);
-    writer.Uint(value);
-  };
-  writer.StartObject();
-  writer.Key("id");
-  WriteText(writer, endpoint.id);
-  writer.Key("name");
-  WriteText(writer, endpoint.name);
-  writer.Key("flow");
-  writer.String(kFlows[endpoint.flow]);
-  writer.Key("state");
-  writer.String(StateName(endpoint.state));
-  writer.Key("default");
-  writer.StartArray();
-  for (const ERole role : endpoint.defaultRoles) writer.String(kRoles[role]);
-  writer.EndArray();
-  writer.Key("levels");
-  writer.StartArray();
-  for (const float level : endpoint.levels) WriteFloat(writer, level);
-  writer.EndArray();
-  writer.Key("muted");
-  writer.Bool(endpoint.muted);
-  writer.Key("format");
-  writer.StartObject();
-  number("channels", endpoint.format.channels);
-  number("rate", endpoint.format.rate);
-  number("bits", endpoint.format.bits);
-  writer.EndObject();
-  writer.EndObject();
-}
+using Writer = platform::StateWriter;
+using platform::WriteFloat;
+using platform::WriteText;
 
 struct ArgumentWriter {
   Writer& writer;
@@ -123,7 +50,7 @@ std::string Machine::StateText() const {
   writer.Int64(liveObjects_);
   writer.Key("endpoints");
   writer.StartArray();
-  for (const Endpoint& endpoint : endpoints_) WriteEndpoint(writer, endpoint);
+  for (const Endpoint& endpoint : endpoints_) platform::WriteEndpoint(writer, endpoint);
   writer.EndArray();
   writer.Key("trace");
   writer.StartArray();

@@ -63,24 +63,15 @@ void RenderStream::Stop() {
 }
 
 HRESULT RenderStream::GetBuffer(UINT32 frames, BYTE** data) {
-  if (handedOutFrames_ != 0) return AUDCLNT_E_OUT_OF_ORDER;
-  if (frames > bufferFrames_ - Padding()) return AUDCLNT_E_BUFFER_TOO_LARGE;
-  if (frames == 0) return S_OK;
-  handedOut_.resize(std::size_t{frames} * format_.FrameBytes());
-  handedOutFrames_ = frames;
-  *data = handedOut_.data();
-  return S_OK;
+  return area_.GetBuffer(frames, bufferFrames_ - Padding(), data);
 }
 
 HRESULT RenderStream::ReleaseBuffer(UINT32 frames, DWORD flags, Time now) {
-  if ((flags & ~AUDCLNT_BUFFERFLAGS_SILENT) != 0) return E_INVALIDARG;
-  if (handedOutFrames_ == 0) return frames == 0 ? S_OK : AUDCLNT_E_OUT_OF_ORDER;
-  if (frames > handedOutFrames_) return AUDCLNT_E_INVALID_SIZE;
-  const auto bytes = static_cast<std::ptrdiff_t>(std::size_t{frames} * format_.FrameBytes());
-  if ((flags & AUDCLNT_BUFFERFLAGS_SILENT) != 0) std::fill_n(handedOut_.begin(), bytes, format_.SilentByte());
-  queue_.insert(queue_.end(), handedOut_.begin(), handedOut_.begin() + bytes);
-  handedOutFrames_ = 0;
-  if (isRunning_ && !isPlaying_ && frames != 0) Open(now);
+  std::span<const BYTE> filled;
+  const HRESULT status = area_.ReleaseBuffer(frames, flags, &filled);
+  if (status != S_OK) return status;
+  queue_.insert(queue_.end(), filled.begin(), filled.end());
+  if (isRunning_ && !isPlaying_ && !filled.empty()) Open(now);
   return S_OK;
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "audio/platform/core_audio.h"
+#include "audio/platform/render_area.h"
 #include "audio/platform/virtual/clock.h"
 #include "audio/platform/virtual/stream.h"
 
@@ -22,7 +23,8 @@ struct FrameGrid {
 // heard. The statuses are those that IAudioRenderClient and IAudioClient publish.
 class RenderStream final : public Stream {
  public:
-  using Stream::Stream;
+  RenderStream(const SampleFormat& format, UINT32 bufferFrames)
+      : Stream(format, bufferFrames), area_(format.FrameBytes(), format.SilentByte()) {}
 
   UINT32 Padding() const override { return static_cast<UINT32>((queue_.size() - queueHead_) / format_.FrameBytes()); }
   void Start(Time now) override;
@@ -54,8 +56,7 @@ class RenderStream final : public Stream {
 
   std::vector<BYTE> queue_;
   std::size_t queueHead_ = 0;  // bytes of `queue_` that have been played
-  std::vector<BYTE> handedOut_;
-  UINT32 handedOutFrames_ = 0;
+  platform::RenderArea area_;
   bool isPlaying_ = false;  // the last passage goes on
   std::deque<Passage> passages_;
   std::vector<double> gains_;

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "audio/platform/core_audio.h"
+#include "audio/platform/sample_format.h"
 #include "audio/platform/virtual/clock.h"
-#include "audio/platform/virtual/sample_format.h"
 
 namespace virtual_audio {
+
+using platform::SampleFormat;
 
 // What the streams of both directions have in common.
 class Stream {

@@ -7,6 +7,7 @@
 #include <unordered_set>
 
 #include "audio/platform/com_ptr.h"
+#include "audio/platform/property.h"
 #include "audio/platform/virtual/built_in_machine.h"
 #include "audio/platform/virtual/device_enumerator.h"
 #include "audio/platform/virtual/machine.h"

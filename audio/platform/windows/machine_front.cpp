@@ -36,13 +36,18 @@ class EnumeratorFactory final : public IClassFactory {
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 } g_factory;
 
+// The system's own, read before any import is redirected: the program that holds the machine may have its own
+// redirected.
+const auto g_systemSleep = &::Sleep;
+const auto g_systemPropVariantClear = &::PropVariantClear;
+
 void WINAPI MachineSleep(DWORD milliseconds) {
-  if (g_machine == nullptr) return ::Sleep(milliseconds);
+  if (g_machine == nullptr) return g_systemSleep(milliseconds);
   g_machine->Wait(milliseconds);
 }
 
 HRESULT WINAPI MachinePropVariantClear(PROPVARIANT* value) {
-  return g_machine == nullptr ? ::PropVariantClear(value) : g_machine->ClearProperty(value);
+  return g_machine == nullptr ? g_systemPropVariantClear(value) : g_machine->ClearProperty(value);
 }
 
 // Where the published layout of a loaded image has something: an address relative to its base.
@@ -91,10 +96,12 @@ void TakeMachineAway() {
 
 void PutMachineInFrontOf(HMODULE module) {
   if (g_machine == nullptr) return;
-  const auto* const header = At<IMAGE_NT_HEADERS>(module, static_cast<DWORD>(At<IMAGE_DOS_HEADER>(module, 0)->e_lfanew));
+  const auto* const header =
+      At<IMAGE_NT_HEADERS>(module, static_cast<DWORD>(At<IMAGE_DOS_HEADER>(module, 0)->e_lfanew));
   const IMAGE_DATA_DIRECTORY& imports = header->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
   if (imports.Size == 0) return;
-  for (const auto* library = At<IMAGE_IMPORT_DESCRIPTOR>(module, imports.VirtualAddress); library->Name != 0; ++library) {
+  for (const auto* library = At<IMAGE_IMPORT_DESCRIPTOR>(module, imports.VirtualAddress); library->Name != 0;
+       ++library) {
     const auto* name = At<IMAGE_THUNK_DATA>(module, library->OriginalFirstThunk);
     auto* import = At<IMAGE_THUNK_DATA>(module, library->FirstThunk);
     for (; name->u1.AddressOfData != 0; ++name, ++import) {
@@ -106,6 +113,8 @@ void PutMachineInFrontOf(HMODULE module) {
   }
 }
 
-std::string MachineState() { return g_machine == nullptr ? std::string() : g_machine->State(); }
+std::string MachineState() {
+  return g_machine == nullptr ? std::string() : g_machine->State();
+}
 
 }  // namespace virtual_audio

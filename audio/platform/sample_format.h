@@ -4,7 +4,7 @@
 
 #include "audio/platform/core_audio.h"
 
-namespace virtual_audio {
+namespace platform {
 
 // An uncompressed wave format: integer PCM of 8 (unsigned), 16, 24 or 32 bits, or 32-bit float, little-endian and
 // interleaved. Published layouts: WAVEFORMATEX and WAVEFORMATEXTENSIBLE.
@@ -44,4 +44,4 @@ struct SampleFormat {
   }
 };
 
-}  // namespace virtual_audio
+}  // namespace platform

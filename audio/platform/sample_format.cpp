@@ -1,10 +1,10 @@
-#include "audio/platform/virtual/sample_format.h"
+#include "audio/platform/sample_format.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 
-namespace virtual_audio {
+namespace platform {
 
 namespace {
 
@@ -88,4 +88,4 @@ void SampleFormat::Write(double value, BYTE* bytes) const {
   for (int i = 0; i < SampleBytes(); ++i) bytes[i] = static_cast<BYTE>(word >> (8 * i));
 }
 
-}  // namespace virtual_audio
+}  // namespace platform
