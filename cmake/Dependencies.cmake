@@ -2,7 +2,7 @@
 #
 # A cross build sees them through a folder that holds only them: with the whole of the system's include folder it would see
 # the wrong C library too.
-set(header_libraries rapidjson CLI fmt utf8cpp)
+set(header_libraries rapidjson CLI fmt utf8cpp kissfft)
 if(CMAKE_CROSSCOMPILING)
   set(header_folder ${PROJECT_BINARY_DIR}/headers)
   file(MAKE_DIRECTORY ${header_folder})
@@ -21,5 +21,6 @@ endfunction()
 add_header_library(rapidjson rapidjson/document.h)
 add_header_library(cli11 CLI/CLI.hpp)
 add_header_library(utfcpp utf8.h)
+add_header_library(kissfft kissfft/kissfft.hh)
 add_header_library(fmt fmt/core.h)
 target_compile_definitions(fmt INTERFACE FMT_HEADER_ONLY)

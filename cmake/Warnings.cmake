@@ -1,5 +1,7 @@
 if(MSVC)
-  add_compile_options(/W4 /WX /permissive- /utf-8 /EHsc)
+  add_compile_options(/W4 /WX /permissive- /utf-8 /EHsc /Zc:__cplusplus)
+  # The functions that it would have replaced are the standard's.
+  add_compile_definitions(_CRT_SECURE_NO_WARNINGS)
 else()
   add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)

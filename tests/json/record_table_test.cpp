@@ -7,6 +7,7 @@
 
 #include "json/access.h"
 #include "json/member_kinds.h"
+#include "support/process.h"
 #include "support/temp_directory.h"
 
 namespace {
@@ -72,7 +73,7 @@ class RecordTableTest : public testing::Test {
  protected:
   // The logger keeps to the directory of its first line.
   static void SetUpTestSuite() {
-    setenv("ZQRMT_TEST_LOG_DIRECTORY", Log().Path().c_str(), 1);
+    SetEnvironment("ZQRMT_TEST_LOG_DIRECTORY", Log().Path().string());
     std::ofstream(Log() / "debug3.flg");
   }
   static const TempDirectory& Log() {
@@ -96,6 +97,7 @@ class RecordTableTest : public testing::Test {
       line = line.substr(26, line.rfind(", [") - 26);
       lines += std::to_string(std::atoi(line.c_str()) - 527000000) + line.substr(line.find(',')) + "\n";
     }
+    file.close();
     std::filesystem::remove(Log() / "ZQRMLOG.LOG");
     return lines;
   }

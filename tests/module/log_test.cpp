@@ -1,10 +1,10 @@
 // What the module writes into the shared log, and what a log that can't be written does to a call.
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <fstream>
 
+#include "module/bad_log.h"
 #include "support/machines.h"
 #include "support/module_under_test.h"
 
@@ -58,39 +58,46 @@ TEST(LogTest, LinesBeforeTheDirectoryIsThereAreLost) {
   EXPECT_EQ(module.LogLines(), Lines({"244995729, normal: Audio Playback Test passed." + kTestSource}));
 }
 
-struct BadLog {
-  const char* name;
-  void (*prepare)(const std::filesystem::path&);
-  const char* reply;  // a piece of it
-};
+TEST(LogTest, TheMostTalkativeFlagDecidesFromTheNextLineOn) {
+  const std::pair<const char*, std::size_t> kFlags[] = {{"error", 0}, {"warning", 1}, {"normal", 2}};
+  ModuleUnderTest module;
+  module.StartMachine(QuietMachine());
+  for (const auto& [flag, added] : kFlags) {
+    const std::size_t before = module.LogLines().size();
+    module.SetFlag(flag);
+    module.Play("");
+    EXPECT_EQ(module.LogLines().size() - before, added) << flag;
+  }
+}
+
+void PrepareLog(const std::filesystem::path& log, std::uintmax_t size) {
+  std::filesystem::create_directory(log);
+  std::ofstream{log / "ZQRMLOG.LOG"};
+  std::filesystem::resize_file(log / "ZQRMLOG.LOG", size);
+}
+
+TEST(LogTest, ALiveLogOfFiveMillionBytesTakesOneMoreLine) {
+  const ModuleUnderTest module([](const auto& log) { PrepareLog(log, 5000000); });
+  EXPECT_EQ(module.LogLines(), Lines({kVersionLine}));
+  EXPECT_GT(std::filesystem::file_size(module.LogDirectory() / "ZQRMLOG_1.LOG"), 5000000U);
+}
+
+TEST(LogTest, ALargerLiveLogIsRotatedFirst) {
+  const ModuleUnderTest module([](const auto& log) { PrepareLog(log, 5000001); });
+  EXPECT_EQ(module.LogLines(), Lines({kVersionLine, kVersionLine}));
+  EXPECT_EQ(std::filesystem::file_size(module.LogDirectory() / "ZQRMLOG_1.LOG"), 5000001U);
+}
 
 const BadLog kBadLogs[] = {
-    {"no_parent", [](const std::filesystem::path& log) { std::filesystem::create_symlink("missing/deeper", log); },
-     "(null)"},
     {"file_in_its_place", [](const std::filesystem::path& log) { std::ofstream{log}; }, "(null)"},
-    {"cannot_be_examined", [](const std::filesystem::path& log) { std::filesystem::create_symlink("log", log); },
-     "(null)"},
     {"log_is_a_directory", [](const std::filesystem::path& log) { create_directories(log / "ZQRMLOG.LOG"); }, "(null)"},
-    {"full_disk",
-     [](const std::filesystem::path& log) {
-       std::filesystem::create_directory(log);
-       std::filesystem::create_symlink("/dev/full", log / "ZQRMLOG.LOG");
-     },
-     "(null)"},
-    {"live_log_cannot_be_opened",
-     [](const std::filesystem::path& log) {
-       std::filesystem::create_directory(log);
-       std::filesystem::create_symlink(log / "missing" / "file", log / "ZQRMLOG.LOG");
-     },
-     "Audio Playback Test passed."},
 };
-
-class BadLogTest : public testing::TestWithParam<BadLog> {};
 
 TEST_P(BadLogTest, TheHostIsAnsweredOrGetsANullPointerAndNoneIsEnded) {
   ModuleUnderTest module(GetParam().prepare);
   module.StartMachine(QuietMachine());
-  EXPECT_NE(module.Play(kPlayContract).find(GetParam().reply), std::string::npos);
+  const std::string reply = module.Play(kPlayContract);
+  EXPECT_NE(reply.find(GetParam().reply), std::string::npos) << reply;
   EXPECT_EQ(ModuleUnderTest::State().liveObjects, 0);
 }
 

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "support/process.h"
 #include "support/temp_directory.h"
 
 namespace {
@@ -14,7 +15,7 @@ using ZQ_RMT_TESTS_AUDIO::ReportOutcome;
 // No sequence reaches the outcomes that aren't in the table, so they are reported here by hand.
 TEST(OutcomeTest, ACodeOutsideTheTableIsNotHandledOrWhatWasLoggedLast) {
   TempDirectory log;
-  setenv("ZQRMT_TEST_LOG_DIRECTORY", log.Path().c_str(), 1);
+  SetEnvironment("ZQRMT_TEST_LOG_DIRECTORY", log.Path().string());
   logging::Logger logger("Source", 44000000);
   ZQ_RMT_MODELS::CoreData core;
   core.ReturnMessage = u"old";
@@ -37,7 +38,7 @@ TEST(OutcomeTest, ACodeOutsideTheTableIsNotHandledOrWhatWasLoggedLast) {
 
 TEST(OutcomeTest, MemoryAndSinkFailuresHaveTheirTexts) {
   TempDirectory log;
-  setenv("ZQRMT_TEST_LOG_DIRECTORY", log.Path().c_str(), 1);
+  SetEnvironment("ZQRMT_TEST_LOG_DIRECTORY", log.Path().string());
   logging::Logger logger("Source", 44000000);
   ZQ_RMT_MODELS::CoreData core;
   ReportOutcome(990414, &logger, &core);

@@ -1,7 +1,6 @@
 // Random contracts, made from the golden ones by dropping, doubling, wrapping and replacing what they hold.
 
 #include <gtest/gtest.h>
-#include <malloc.h>
 #include <rapidjson/document.h>
 #include <rapidjson/istreamwrapper.h>
 #include <rapidjson/stringbuffer.h>
@@ -16,6 +15,7 @@
 
 #include "support/machines.h"
 #include "support/module_under_test.h"
+#include "support/process.h"
 
 namespace {
 
@@ -29,7 +29,7 @@ constexpr const char* kValues =
     "a\u0000b","\u00e4","\ud83d\ude00","\"\\\n\u0001",[],{},[[]],[null,0,0.0,"a",{},[]],[{"k":"v","l":"w"},{"k":1},{"":""}],
     [1,-1,300,2.5,"x",null,{},99999999999],[{"Name":"a","ValueArray":["1",2]},{"Name":"a[]"}],{"k":{"k":[]}}])";
 
-constexpr std::uint32_t kCases = 2000;
+constexpr std::uint32_t kCases = ZQRMT_RANDOM_CASES;
 
 class RandomContract {
  public:
@@ -103,11 +103,6 @@ std::vector<Document> GoldenContracts() {
     EXPECT_FALSE(contracts.emplace_back().ParseStream(stream).HasParseError()) << path;
   }
   return contracts;
-}
-
-std::size_t BytesInUse() {
-  const auto heap = mallinfo2();
-  return heap.uordblks + heap.hblkhd;
 }
 
 TEST(RandomContracts, ComeToRestAndLeaveNothing) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <fstream>
 
 #include "audio/platform/audio_platform.h"
@@ -12,6 +13,11 @@
 inline std::string WriteMachine(const TempDirectory& directory, const std::string& json) {
   std::ofstream(directory / "machine.json") << json;
   return "virtual:" + directory / "machine.json";
+}
+
+// On Windows a wide character is another name for the same 16 bits.
+inline LPCWSTR Wide(const char16_t* text) {
+  return reinterpret_cast<LPCWSTR>(text);
 }
 
 // Null on a thread that is on no platform.

@@ -1,6 +1,5 @@
 #include "support/module_under_test.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 #include <rapidjson/stringbuffer.h>
@@ -37,15 +36,14 @@ Operation ReadOperation(const rapidjson::Value& entry) {
 
 }  // namespace
 
-ModuleUnderTest::ModuleUnderTest(void (*prepareLog)(const std::filesystem::path&)) : log_(directory_.Path() / "log") {
+ModuleUnderTest::ModuleUnderTest(void (*prepareLog)(const std::filesystem::path&))
+    : log_(ModuleFile::LogDirectory(directory_.Path())) {
   if (prepareLog == nullptr) {
     std::filesystem::create_directory(log_);
   } else {
     prepareLog(log_);
   }
-  setenv("ZQRMT_TEST_LOG_DIRECTORY", log_.c_str(), 1);
-  module_ = dlopen(ZQRMT_TEST_MODULE, RTLD_NOW | RTLD_LOCAL);
-  if (module_ == nullptr) throw std::runtime_error(dlerror());
+  module_.emplace(log_);
 }
 
 ModuleUnderTest::~ModuleUnderTest() {
@@ -78,9 +76,11 @@ std::string ModuleUnderTest::Call(const char* function, std::string_view contrac
 }
 
 std::string ModuleUnderTest::CallWide(const char* function, const char16_t* contract) {
-  const auto test = reinterpret_cast<ZQRMTTestFunction*>(dlsym(module_, function));
-  const std::unique_ptr<char16_t, decltype(&std::free)> reply(test(contract), std::free);
-  return reply == nullptr ? "(null)" : utf8::utf16to8(std::u16string(reply.get()));
+  const auto test = reinterpret_cast<ZQRMTTestFunction*>(module_->Export(function));
+  // The host's wide character may be another name for the same 16 bits.
+  const std::unique_ptr<ZQRMTChar, decltype(&std::free)> reply(test(reinterpret_cast<const ZQRMTChar*>(contract)),
+                                                               std::free);
+  return reply == nullptr ? "(null)" : utf8::utf16to8(std::u16string(reinterpret_cast<char16_t*>(reply.get())));
 }
 
 void ModuleUnderTest::SetFlag(const std::string& level) {
@@ -91,6 +91,8 @@ std::vector<std::string> ModuleUnderTest::LogLines() const {
   constexpr std::size_t kTimeLength = 26;
   std::vector<std::string> lines;
   std::ifstream file(log_ / "ZQRMLOG.LOG");
-  for (std::string line; std::getline(file, line);) lines.push_back(line.substr(std::min(kTimeLength, line.size())));
+  for (std::string line; std::getline(file, line);) {
+    lines.push_back(ModuleFile::AsciiLine(line.substr(std::min(kTimeLength, line.size()))));
+  }
   return lines;
 }

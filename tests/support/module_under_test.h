@@ -1,10 +1,12 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "support/module_file.h"
 #include "support/temp_directory.h"
 
 // One operation of the trace.
@@ -32,8 +34,7 @@ struct MachineState {
   int liveObjects = 0;
 };
 
-// The test build of the module, loaded as a host loads it into this process, with a log directory of its own. One at a
-// time.
+// The module, loaded as a host loads it into this process, with an empty log directory. One at a time.
 class ModuleUnderTest {
  public:
   // Loads the module when the log directory is as the test wants it: `prepareLog` gets its path. By default it is
@@ -60,5 +61,5 @@ class ModuleUnderTest {
  private:
   TempDirectory directory_;
   std::filesystem::path log_;
-  void* module_ = nullptr;
+  std::optional<ModuleFile> module_;
 };

@@ -1,0 +1,52 @@
+// libaudioplatform's interface where there is none, for the tests' sake: COM is initialised on the thread, with the
+// virtual machine in front of the system's Core Audio.
+
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <string>
+
+#include "audio/platform/audio_platform.h"
+#include "audio/platform/windows/machine_front.h"
+
+namespace {
+
+bool g_isInitialized = false;
+std::string g_error;
+
+}  // namespace
+
+std::int32_t AudioPlatformInitialize(const char* description) {
+  if (!g_isInitialized) {
+    const HRESULT status = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    if (FAILED(status)) return status;
+  }
+  try {
+    g_error.clear();
+    virtual_audio::PutMachineInFront(description == nullptr ? "" : description);
+    // The tests' own calls go to the machine as well. Its clock has to be the virtual one: the real one would sleep
+    // with the Sleep that leads here.
+    virtual_audio::PutMachineInFrontOf(GetModuleHandleW(nullptr));
+    g_isInitialized = true;
+    return S_OK;
+  } catch (const std::exception& error) {
+    if (!g_isInitialized) CoUninitialize();
+    g_error = error.what();
+    return E_INVALIDARG;
+  }
+}
+
+void AudioPlatformUninitialize() {
+  if (!g_isInitialized) return;
+  virtual_audio::TakeMachineAway();
+  CoUninitialize();
+  g_isInitialized = false;
+}
+
+char* AudioPlatformState() {
+  return g_isInitialized ? _strdup(virtual_audio::MachineState().c_str()) : nullptr;
+}
+
+const char* AudioPlatformError() {
+  return g_error.c_str();
+}

@@ -1,0 +1,28 @@
+#include <dlfcn.h>
+
+#include <stdexcept>
+
+#include "support/module_file.h"
+#include "support/process.h"
+
+std::filesystem::path ModuleFile::LogDirectory(const std::filesystem::path& parent) {
+  return parent / "log";
+}
+
+// The module as it is shipped, but for its log directory.
+ModuleFile::ModuleFile(const std::filesystem::path& log) {
+  SetEnvironment("ZQRMT_TEST_LOG_DIRECTORY", log.string());
+  handle_ = dlopen(ZQRMT_TEST_MODULE, RTLD_NOW | RTLD_LOCAL);
+  if (handle_ == nullptr) throw std::runtime_error(dlerror());
+}
+
+// It stays until the process ends, so that the leak checker can name its functions.
+ModuleFile::~ModuleFile() = default;
+
+void* ModuleFile::Export(const char* name) const {
+  return dlsym(handle_, name);
+}
+
+std::string ModuleFile::AsciiLine(const std::string& line) {
+  return line;
+}
