@@ -15,6 +15,7 @@ struct Answer {
   std::string text;                // for a person
   std::string result;              // the same as a JSON object, json_output.h; may be empty
   std::optional<Failure> failure;  // goes to standard error, or into the JSON document
+  std::string notes;               // lines for standard error, when there is no JSON document
 };
 
 }  // namespace host

@@ -7,8 +7,10 @@
 #include "host/commands.h"
 #include "host/contract_comparison.h"
 #include "host/contract_file.h"
+#include "host/guarded_call.h"
 #include "host/json_output.h"
 #include "host/passage.h"
+#include "host/test_report.h"
 #include "host/utf.h"
 
 namespace host {
@@ -101,7 +103,13 @@ Answer CheckContract(const Options& options) {
                   fmt::format("'{}' is no contract: its root holds no object CoreData.", options.contract),
                   "A contract is one JSON object with the key CoreData, whose value is an object.");
   }
-  const Module module(options.module ? PathFromUtf8(*options.module) : DefaultModuleFile());
+  return CheckGuarded({.module = ModuleFile(options), .contract = contract.Text(), .all = options.all},
+                      std::chrono::duration<double>(options.timeout));
+}
+
+Answer CheckInProcess(const CheckRequest& request) {
+  const ParsedContract contract(request.contract);
+  const Module module(PathFromUtf8(request.module));
   const ParsedContract reply = PassThrough(module, contract);
   ModuleDefaults defaults(module);
   const Findings findings = CompareContracts(
@@ -110,7 +118,7 @@ Answer CheckContract(const Options& options) {
 
   Answer answer;
   answer.exitCode = findings.HasOnlyDefaults() ? ExitCode::kPass : ExitCode::kFail;
-  answer.text = Text(findings, options.all);
+  answer.text = Text(findings, request.all);
   answer.result = Result(findings);
   return answer;
 }

@@ -6,7 +6,15 @@
 
 #include "host/commands.h"
 
+namespace CLI {
+class App;
+}
+
 namespace host {
+
+// Describes the whole command line to `app`, which fills `options` when it parses. Both must live as long as it is
+// used.
+void BuildCommandLine(CLI::App& app, Options& options);
 
 struct HelpText {
   std::string text;
@@ -18,7 +26,7 @@ std::variant<Options, HelpText> ParseCommandLine(std::vector<std::string> argume
 // Whether --json or --quiet is among the arguments: also known when the command line as a whole can't be used.
 bool HasFlag(const std::vector<std::string>& arguments, const std::string& flag);
 
-// "list", "play", "record", "run", "check" or "version".
+// The command as it is typed, such as "list".
 const char* CommandWord(Options::Command command);
 
 }  // namespace host

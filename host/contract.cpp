@@ -40,6 +40,10 @@ struct UsableValues : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, UsableValu
 
 }  // namespace
 
+const char* TestWord(Test test) {
+  return test == Test::kPlay ? "play" : "record";
+}
+
 std::string BuildContract(Test test, const std::string& deviceId, const std::string& renderId) {
   JsonMembers device = {{"DeviceInstanceID", JsonString(deviceId)}};
   if (test == Test::kRecord) device.emplace_back("AudioData", JsonObject({{"targetDevice", JsonString(renderId)}}));
@@ -71,9 +75,7 @@ std::string AdviceFor(const Outcome& outcome) {
     case 744995582:
       return "The audio system refused an operation: check that no program holds an endpoint exclusively, and that the "
              "system has a default render endpoint, which every test needs, and a default capture endpoint, which a "
-             "record "
-             "test needs. A test that stops midway restores nothing, so look at the volume and mute of the endpoints "
-             "too.";
+             "record test needs.";
     case 744995686:
       return "The contract isn't JSON, or names no endpoint: DeviceInstanceID of DeviceInfo takes the endpoint's id.";
     case 744990414:

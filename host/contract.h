@@ -9,6 +9,9 @@ namespace host {
 
 enum class Test { kPlay, kRecord };
 
+// "play" or "record".
+const char* TestWord(Test test);
+
 // The data contract, as a JSON text, for a test of the endpoint with the id `deviceId`. `renderId` is the endpoint that
 // the record test plays the tone on; with an empty one it listens for three seconds. The playback test ignores it.
 std::string BuildContract(Test test, const std::string& deviceId, const std::string& renderId);

@@ -7,6 +7,8 @@
 #include <iterator>
 
 #include "host/failure.h"
+#include "host/json_reading.h"
+#include "host/parsed_contract.h"
 #include "host/utf.h"
 
 namespace host {
@@ -64,16 +66,15 @@ Matches BestMatches(const Matches& endpoints, const std::string& name) {
                 "Name one of them by its id.", std::move(candidates));
 }
 
-// The module takes the first active endpoint whose id occurs anywhere in the id that it is given. That can be another
-// than the one with exactly this id, and its answer would then be about the wrong endpoint.
-void RequireReachable(const Matches& sameFlow, const Endpoint& chosen) {
-  const Matches bound =
-      Where(sameFlow, [&](const Endpoint* e) { return IsActive(e) && Holds(chosen.id, LowerAscii(e->id)); });
-  if (bound.front() == &chosen) return;
+// That can be another endpoint than the one with exactly this id, and the module's answer would then be about the wrong
+// one.
+void RequireReachable(const std::vector<Endpoint>& endpoints, const Endpoint& chosen) {
+  const Endpoint* reached = ReachedEndpoint(endpoints, chosen.flow, chosen.id);
+  if (reached == &chosen) return;
   throw Failure(ExitCode::kNoEndpoint,
                 fmt::format("The module can't reach '{}': it would test '{}', whose id is a part of the other's id.",
-                            chosen.name, bound.front()->name),
-                fmt::format("Disable '{}' in the system's sound settings, and try again.", bound.front()->name));
+                            chosen.name, reached->name),
+                fmt::format("Disable '{}' in the system's sound settings, and try again.", reached->name));
 }
 
 }  // namespace
@@ -112,8 +113,28 @@ const Endpoint& ChooseEndpoint(const std::vector<Endpoint>& endpoints, Flow flow
   if (active.size() > 1) RefuseAmbiguous(*name, flow, active);
   if (active.empty() && matches.size() > 1) RefuseAmbiguous(*name, flow, matches);
   if (active.empty()) RefuseInactive(*matches.front());
-  RequireReachable(sameFlow, *active.front());
+  RequireReachable(endpoints, *active.front());
   return *active.front();
+}
+
+const Endpoint* ReachedEndpoint(const std::vector<Endpoint>& endpoints, Flow flow, const std::string& wanted) {
+  const auto reached = std::find_if(endpoints.begin(), endpoints.end(), [&](const Endpoint& endpoint) {
+    return endpoint.flow == flow && IsActive(&endpoint) && Holds(wanted, LowerAscii(endpoint.id));
+  });
+  return reached != endpoints.end() ? &*reached : nullptr;
+}
+
+std::vector<Endpoint> TestedEndpoints(const std::vector<Endpoint>& endpoints, Test test, const std::string& contract) {
+  const ParsedContract parsed(contract);
+  const rapidjson::Value* device = FindMember(parsed.CoreData(), "DeviceInfo");
+  std::vector<Endpoint> tested;
+  const auto add = [&](Flow flow, const rapidjson::Value* object, const char* key) {
+    const Endpoint* reached = object != nullptr ? ReachedEndpoint(endpoints, flow, TextIn(*object, key)) : nullptr;
+    if (reached != nullptr) tested.push_back(*reached);
+  };
+  add(test == Test::kPlay ? Flow::kRender : Flow::kCapture, device, "DeviceInstanceID");
+  if (test == Test::kRecord) add(Flow::kRender, FindMember(device, "AudioData"), "targetDevice");
+  return tested;
 }
 
 }  // namespace host

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "host/contract.h"
 #include "host/endpoints.h"
 
 namespace host {
@@ -13,5 +14,12 @@ namespace host {
 // the default of the console role. Throws Failure for none, several, or an inactive one.
 const Endpoint& ChooseEndpoint(const std::vector<Endpoint>& endpoints, Flow flow,
                                const std::optional<std::string>& name);
+
+// The endpoint that the module takes for the id `wanted`: the first active one of `flow` whose whole id occurs in it,
+// in any case of A to Z. Null when there is none.
+const Endpoint* ReachedEndpoint(const std::vector<Endpoint>& endpoints, Flow flow, const std::string& wanted);
+
+// The endpoints whose settings the module changes for the length of a test with this contract.
+std::vector<Endpoint> TestedEndpoints(const std::vector<Endpoint>& endpoints, Test test, const std::string& contract);
 
 }  // namespace host

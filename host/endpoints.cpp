@@ -10,6 +10,7 @@
 
 #include "audio/platform/com_ptr.h"
 #include "audio/platform/core_audio.h"
+#include "host/endpoint_volume.h"
 #include "host/failure.h"
 #include "host/utf.h"
 
@@ -95,30 +96,17 @@ void ReadProperties(IMMDevice& device, Endpoint& endpoint) {
   }
 }
 
-void ReadVolume(IMMDevice& device, Endpoint& endpoint) {
-  ComPtr<IAudioEndpointVolume> volume;
-  if (FAILED(
-          device.Activate(core_audio::InterfaceId<IAudioEndpointVolume>(), CLSCTX_ALL, nullptr, volume.ReceiveAny()))) {
-    return;
-  }
-  BOOL muted = FALSE;
-  if (SUCCEEDED(volume->GetMute(&muted))) endpoint.muted = muted != FALSE;
-  UINT channels = 0;
-  if (FAILED(volume->GetChannelCount(&channels))) return;
-  std::vector<float> levels(channels);
-  for (UINT channel = 0; channel < channels; ++channel) {
-    if (FAILED(volume->GetChannelVolumeLevelScalar(channel, &levels[channel]))) return;
-  }
-  endpoint.levels = std::move(levels);
-}
-
 Endpoint ReadEndpoint(IMMDevice& device, Flow flow) {
   Endpoint endpoint;
   endpoint.id = IdOf(device);
   endpoint.flow = flow;
   endpoint.state = StateOf(device);
   ReadProperties(device, endpoint);
-  if (endpoint.state == EndpointState::kActive) ReadVolume(device, endpoint);
+  if (endpoint.state == EndpointState::kActive) {
+    const EndpointVolume volume(device);
+    endpoint.muted = volume.Muted();
+    endpoint.levels = volume.Levels();
+  }
   return endpoint;
 }
 

@@ -5,31 +5,21 @@
 #include <rapidjson/writer.h>
 
 #include <cmath>
+#include <iterator>
 
 #include "host/utf.h"
 
 namespace host {
-namespace {
-
-std::string FailureJson(const Failure& failure) {
-  std::vector<std::string> candidates;
-  for (const Candidate& candidate : failure.candidates) {
-    candidates.push_back(JsonObject({{"name", JsonString(candidate.name)}, {"id", JsonString(candidate.id)}}));
-  }
-  return JsonObject({{"message", JsonString(failure.message)},
-                     {"advice", JsonString(failure.advice)},
-                     {"exitCode", fmt::to_string(static_cast<int>(failure.exitCode))},
-                     {"candidates", JsonArray(candidates)}});
-}
-
-}  // namespace
-
 std::string JsonString(std::string_view text) {
   const std::string valid = ValidUtf8(text);
   rapidjson::StringBuffer buffer;
   rapidjson::Writer<rapidjson::StringBuffer>(buffer).String(valid.data(),
                                                             static_cast<rapidjson::SizeType>(valid.size()));
   return {buffer.GetString(), buffer.GetSize()};
+}
+
+std::string JsonTextOrNull(std::string_view text) {
+  return text.empty() ? "null" : JsonString(text);
 }
 
 std::string JsonNumber(double value) {
@@ -49,6 +39,21 @@ std::string JsonObject(const JsonMembers& members) {
   for (const auto& [key, value] : members)
     text += fmt::format("{}{}:{}", text.size() > 1 ? "," : "", JsonString(key), value);
   return text + "}";
+}
+
+void Append(JsonMembers& members, JsonMembers more) {
+  members.insert(members.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+}
+
+std::string FailureJson(const Failure& failure) {
+  std::vector<std::string> candidates;
+  for (const Candidate& candidate : failure.candidates) {
+    candidates.push_back(JsonObject({{"name", JsonString(candidate.name)}, {"id", JsonString(candidate.id)}}));
+  }
+  return JsonObject({{"message", JsonString(failure.message)},
+                     {"advice", JsonString(failure.advice)},
+                     {"exitCode", fmt::to_string(static_cast<int>(failure.exitCode))},
+                     {"candidates", JsonArray(candidates)}});
 }
 
 std::string JsonDocument(const std::string& command, const Answer& answer) {

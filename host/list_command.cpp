@@ -7,6 +7,7 @@
 #include "host/endpoints.h"
 #include "host/json_output.h"
 #include "host/platform.h"
+#include "host/test_report.h"
 #include "host/utf.h"
 
 namespace host {
@@ -70,18 +71,32 @@ std::string EndpointJson(const Endpoint& endpoint) {
                      {"format", FormatJson(endpoint.format)}});
 }
 
+// The id and the name of each active endpoint, with a tab between them, on a line.
+std::string NamesText(const std::vector<Endpoint>& endpoints, const std::string& flow) {
+  std::string text;
+  for (const Endpoint& endpoint : endpoints) {
+    if (endpoint.state != EndpointState::kActive || flow != FlowWord(endpoint.flow)) continue;
+    text += Printable(endpoint.id) + "\t" + Printable(endpoint.name) + "\n";
+  }
+  return text;
+}
+
 }  // namespace
 
 Answer ListEndpoints(const Options& options) {
-  const Platform platform(options.platform);
+  const PlatformChoice choice = ChosenPlatform(options);
+  const Platform platform(choice.used);
   const std::vector<Endpoint> endpoints = ReadEndpoints();
 
   Answer answer;
   answer.text = "Render endpoints\n" + FlowText(endpoints, Flow::kRender) + "\nCapture endpoints\n" +
                 FlowText(endpoints, Flow::kCapture) + "\n* is taken when no endpoint is named.\n";
+  if (!options.names.empty()) answer.text = NamesText(endpoints, options.names);
   std::vector<std::string> listed;
   for (const Endpoint& endpoint : endpoints) listed.push_back(EndpointJson(endpoint));
-  answer.result = JsonObject({{"platform", JsonString(options.platform)}, {"endpoints", JsonArray(listed)}});
+  JsonMembers members = PlatformMembers(choice);
+  members.emplace_back("endpoints", JsonArray(listed));
+  answer.result = JsonObject(members);
   return answer;
 }
 

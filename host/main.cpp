@@ -4,6 +4,8 @@
 
 #include "host/command_line.h"
 #include "host/json_output.h"
+#include "host/module_process.h"
+#include "host/module_request.h"
 #include "host/system.h"
 
 namespace {
@@ -18,14 +20,20 @@ Answer CarryOut(const Options& options) {
     case Options::Command::kPlay:
     case Options::Command::kRecord:
       return TestEndpoints(options, style);
+    case Options::Command::kRepeat:
+      return RepeatTest(options, style);
     case Options::Command::kRun:
       return RunContract(options, style);
     case Options::Command::kCheck:
       return CheckContract(options);
     case Options::Command::kVersion:
+      return ShowVersion(options);
+    case Options::Command::kCompletion:
+      return ShowCompletion(options);
+    case Options::Command::kManPage:
       break;
   }
-  return ShowVersion(options);
+  return ShowManPage();
 }
 
 Answer AnswerOf(const std::vector<std::string>& arguments, std::string& command) {
@@ -56,10 +64,20 @@ bool Print(const std::string& text) {
   return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
 }
 
+int Serve() {
+  try {
+    return ServeModuleRequest();
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "rmthost: The module's process can't go on: %s\n", error.what());
+    return 1;
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const std::vector<std::string> arguments = Arguments(argc, argv);
+  if (arguments == std::vector<std::string>{kModuleProcess}) return Serve();
   const bool json = HasFlag(arguments, "--json");
   const bool quiet = HasFlag(arguments, "--quiet");
 
@@ -67,11 +85,13 @@ int main(int argc, char** argv) {
   Answer answer = AnswerOf(arguments, command);
   const std::string output = json ? JsonDocument(command, answer) : (quiet ? std::string() : answer.text);
   if (!Print(output)) {
-    answer.failure = Failure(ExitCode::kBroken, "The answer could not be written to standard output.",
-                             "Check where standard output goes.");
-    std::fputs(FailureText(*answer.failure).c_str(), stderr);
-    return static_cast<int>(answer.failure->exitCode);
+    const Failure unwritten(ExitCode::kBroken, "The answer could not be written to standard output.",
+                            "Check where standard output goes.");
+    std::fputs(FailureText(unwritten).c_str(), stderr);
+    // A closed terminal is what may have interrupted it.
+    if (answer.exitCode != ExitCode::kInterrupted) answer.exitCode = ExitCode::kBroken;
   }
   if (answer.failure.has_value() && !json) std::fputs(FailureText(*answer.failure).c_str(), stderr);
+  if (!json && (!quiet || answer.failure.has_value())) std::fputs(answer.notes.c_str(), stderr);
   return static_cast<int>(answer.exitCode);
 }

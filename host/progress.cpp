@@ -29,8 +29,8 @@ std::uintmax_t SizeOf(const std::filesystem::path& file) {
 
 }  // namespace
 
-Progress::Progress(std::string label, std::filesystem::path logFile)
-    : label_(std::move(label)), logFile_(std::move(logFile)), style_(Style::Of(stderr)) {
+Progress::Progress(std::string label, std::filesystem::path logFile, double start, double end)
+    : label_(std::move(label)), logFile_(std::move(logFile)), start_(start), end_(end), style_(Style::Of(stderr)) {
   if (!IsTerminal(stderr)) return;
   position_ = SizeOf(logFile_);
   follower_ = std::jthread([this](const std::stop_token& stop) { Follow(stop); });
@@ -83,12 +83,12 @@ void Progress::ReadLine(const std::string& line) {
 }
 
 void Progress::Draw() {
-  const std::string ending = fmt::format(" {:3} %", percent_);
+  const double share = start_ + (end_ - start_) * percent_ / 100.0;
+  const std::string ending = fmt::format(" {:3} %", static_cast<int>(share * 100));
   // The last column stays free: some terminals wrap when it is filled.
   const int room = TerminalWidth() - static_cast<int>(label_.size() + ending.size()) - 4;
   const std::string line =
-      room < 1 ? ending
-               : fmt::format("{} {}{}", label_, Bar(percent_ / 100.0, std::min(room, kBarCells), style_), ending);
+      room < 1 ? ending : fmt::format("{} {}{}", label_, Bar(share, std::min(room, kBarCells), style_), ending);
   std::fprintf(stderr, "\r%s", line.c_str());
   std::fflush(stderr);
   drawnBytes_ = std::max(drawnBytes_, line.size());

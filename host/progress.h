@@ -15,8 +15,9 @@ namespace host {
 // but its log, so the log is followed, on a thread of its own, from where it ended when the object was made.
 class Progress {
  public:
-  // `label` stands in front of the bar.
-  Progress(std::string label, std::filesystem::path logFile);
+  // `label` stands in front of the bar, which the test moves from `start` to `end`, shares of the whole from 0.0
+  // to 1.0.
+  Progress(std::string label, std::filesystem::path logFile, double start, double end);
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
   ~Progress();
@@ -30,6 +31,7 @@ class Progress {
 
   std::string label_;
   std::filesystem::path logFile_;
+  double start_, end_;
   Style style_;
   std::uintmax_t position_ = 0;  // bytes of the log that have been read
   std::string partialLine_;

@@ -1,96 +1,100 @@
+#include <rapidjson/document.h>
+
 #include <fmt/format.h>
 
 #include "host/commands.h"
-#include "host/endpoint_choice.h"
-#include "host/json_output.h"
-#include "host/platform.h"
-#include "host/test_report.h"
+#include "host/heard.h"
+#include "host/plot_file.h"
+#include "host/svg_plot.h"
+#include "host/system.h"
+#include "host/terminal_plot.h"
+#include "host/test_run.h"
 #include "host/utf.h"
 
 namespace host {
 namespace {
 
-constexpr double kBarFloor = -60.0;  // dBFS
-constexpr int kBarCells = 40;
+constexpr double kToneHz = 1200.0;  // of the record test
 
-struct TestRun {
-  Test test = Test::kPlay;
-  const Endpoint* render = nullptr;
-  const Endpoint* capture = nullptr;
-  Outcome outcome;
-  std::string reply;
+// What was heard, and the ways to show it that were asked for.
+class Plot {
+ public:
+  Plot(const TestRun& run, const Options& options, const Style& style)
+      : run_(run), options_(options), style_(style), report_(run.call.guarded.report) {
+    rapidjson::Document document;
+    if (!document.Parse(report_.heard.c_str()).HasParseError()) heard_ = ReadHeard(document);
+  }
+
+  std::string Text() const {
+    std::string text;
+    if (heard_.has_value() && style_.terminal && !options_.noPlot) {
+      text += "\n" + TerminalPlot(*heard_, TerminalWidth(), style_, ToneHz());
+    }
+    if (!report_.notHeard.empty()) text += fmt::format("\nNo plot: {}\n", Printable(report_.notHeard));
+    return text;
+  }
+
+  // Throws Failure.
+  void Write() const {
+    if (!options_.plot.has_value() || !heard_.has_value()) return;
+    const std::string title = fmt::format("{}: {}", run_.Tested().name, JudgementWord(run_.judgement));
+    WritePlot(*options_.plot, SvgPlot(*heard_, title, ToneHz()));
+  }
+
+  JsonMembers Members() const {
+    const bool isDrawn = options_.plot.has_value() && heard_.has_value();
+    return {{"heard", heard_.has_value() ? report_.heard : "null"},
+            {"notHeard", JsonTextOrNull(report_.notHeard)},
+            {"plot", isDrawn ? JsonString(*options_.plot) : "null"}};
+  }
+
+ private:
+  // 0 without a tone.
+  double ToneHz() const { return run_.render.has_value() ? kToneHz : 0.0; }
+
+  const TestRun& run_;
+  const Options& options_;
+  const Style& style_;
+  const CallReport& report_;
+  std::optional<Heard> heard_;
 };
 
-std::string EndpointLine(const char* label, const Endpoint* endpoint) {
-  if (endpoint == nullptr) return fmt::format("  {:<10} none: the test listens for three seconds\n", label);
-  return fmt::format("  {:<10} {}\n  {:<10} {}\n", label, Printable(endpoint->name), "", Printable(endpoint->id));
-}
-
-std::string AmplitudeLines(double amplitude, const Style& style) {
-  if (amplitude <= 0.0) return "  amplitude  0: the capture is silent\n";
-  const double decibels = Decibels(amplitude);
-  return fmt::format("  amplitude  {:.6f} of full scale, {:.1f} dBFS\n  {:<10} {} {:.0f} to 0 dBFS\n", amplitude,
-                     decibels, "", Bar(1.0 - decibels / kBarFloor, kBarCells, style), kBarFloor);
-}
-
-std::string Text(const TestRun& run, const Style& style) {
-  const bool passed = Passed(run.test, run.outcome);
-  std::string text = fmt::format("{}  {} ({})\n\n", Verdict(passed, style), Printable(run.outcome.returnMessage),
-                                 run.outcome.returnCode);
-  if (run.test == Test::kRecord) text += EndpointLine("capture", run.capture);
-  text += EndpointLine("render", run.render);
-  if (run.test == Test::kRecord && passed) text += AmplitudeLines(run.outcome.maxAmplitude, style);
-  text += fmt::format("  {:<10} {}\n", "log", Utf8FromPath(LogFile()));
-  if (!passed) text += fmt::format("\n{}\n", AdviceFor(run.outcome));
-  return text;
-}
-
-std::string EndpointJson(const Endpoint* endpoint) {
-  if (endpoint == nullptr) return "null";
-  return JsonObject({{"id", JsonString(endpoint->id)}, {"name", JsonString(endpoint->name)}});
-}
-
-std::string Result(const TestRun& run) {
-  JsonMembers members = OutcomeMembers(run.test, run.outcome, run.reply);
-  members.emplace_back("render", EndpointJson(run.render));
-  if (run.test == Test::kRecord) {
-    // Without a pass the reply holds no measurement.
-    const bool measured = Passed(run.test, run.outcome);
-    const double amplitude = run.outcome.maxAmplitude;
-    members.emplace_back("capture", EndpointJson(run.capture));
-    members.emplace_back("maxAmplitude", measured ? JsonNumber(amplitude) : "null");
-    members.emplace_back("maxAmplitudeDbfs", measured ? JsonNumber(Decibels(amplitude)) : "null");
-  }
-  return JsonObject(members);
+// Where it is shown, and where it can't be in the way: on a machine described in a file a call counts for the faults
+// described there, and they are meant for the module.
+bool IsListeningWanted(const Options& options, const std::string& platform, const Style& style) {
+  if (options.plot.has_value()) return true;
+  const bool isShown = !options.quiet && !options.noPlot && (options.json || style.terminal);
+  return options.test == Test::kRecord && isShown && !platform.starts_with("virtual:");
 }
 
 }  // namespace
 
 Answer TestEndpoints(const Options& options, const Style& style) {
-  const Platform platform(options.platform);
-  const std::vector<Endpoint> endpoints = ReadEndpoints();
-  TestRun run;
-  std::string contract;
-  if (options.command == Options::Command::kRecord) {
-    run.test = Test::kRecord;
-    run.capture = &ChooseEndpoint(endpoints, Flow::kCapture, options.endpoint);
-    if (options.render.has_value()) run.render = &ChooseEndpoint(endpoints, Flow::kRender, options.render);
-    contract = BuildContract(Test::kRecord, run.capture->id, run.render != nullptr ? run.render->id : "");
-  } else {
-    run.render = &ChooseEndpoint(endpoints, Flow::kRender, options.endpoint);
-    contract = BuildContract(Test::kPlay, run.render->id, "");
-  }
-
-  const Module module(options.module ? PathFromUtf8(*options.module) : DefaultModuleFile());
-  run.reply = CallModule(module, run.test, contract, options.quiet);
-  const std::optional<Outcome> outcome = ReadReply(run.reply);
-  if (!outcome.has_value()) throw UnreadableReply();
-  run.outcome = *outcome;
+  const PlatformChoice platform = ChosenPlatform(options);
+  const Interruption interruption;
+  const TestRun run = RunTest(options, platform.used, IsListeningWanted(options, platform.used, style), interruption,
+                              {.label = options.test == Test::kPlay ? "playing" : "recording"});
+  const Plot plot(run, options, style);
 
   Answer answer;
-  answer.exitCode = ExitCodeOf(run.test, run.outcome);
-  answer.text = Text(run, style);
-  answer.result = Result(run);
+  Conclude(answer, run.call, run.Passed() ? ExitCode::kPass : ExitCode::kFail);
+  const std::string restored = RestorationText(run.call.guarded.restoration);
+  if (run.call.outcome.has_value()) {
+    answer.text = RunText(run, style) + plot.Text() + LogText(run.call, options) + "\n" + restored + "\n";
+  } else {
+    answer.notes += LogText(run.call, options) + restored + "\n";
+  }
+  JsonMembers members = PlatformMembers(platform);
+  Append(members, RunMembers(run, options));
+  if (run.test == Test::kRecord) Append(members, plot.Members());
+  Append(members, ReplyMembers(run.call));
+  answer.result = JsonObject(members);
+  try {
+    plot.Write();
+  } catch (const Failure& failure) {
+    if (!answer.failure.has_value()) answer.failure = failure;
+    if (answer.exitCode == ExitCode::kPass) answer.exitCode = failure.exitCode;
+  }
   return answer;
 }
 

@@ -1,22 +1,57 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "host/answer.h"
+#include "host/commands.h"
 #include "host/contract.h"
+#include "host/guarded_call.h"
 #include "host/json_output.h"
-#include "host/module.h"
+#include "host/platform.h"
 
 namespace host {
 
-// Calls the module, with the progress on the terminal unless `quiet`, and returns its reply. Throws Failure.
-std::string CallModule(const Module& module, Test test, const std::string& contract, bool quiet);
+// The platform for a command; what a person must know about the choice goes to standard error at once.
+PlatformChoice ChosenPlatform(const Options& options);
 
-ExitCode ExitCodeOf(Test test, const Outcome& outcome);
+// The members of the JSON result on it.
+JsonMembers PlatformMembers(const PlatformChoice& platform);
+
+// The file of the module, as UTF-8.
+std::string ModuleFile(const Options& options);
+
+// A call of the module for a test, and what the host has learned.
+struct TestCall {
+  GuardedCall guarded;
+  std::optional<Outcome> outcome;     // nothing when there is no reply that tells one
+  std::optional<Failure> failure;     // there when there is no outcome
+  std::vector<std::string> logLines;  // with --verbose
+};
+
+// What the progress on the terminal shows: a label, and which part of the whole, from 0.0 to 1.0, the call is.
+struct ProgressSpan {
+  std::string label;
+  double start = 0.0, end = 1.0;
+};
+
+// Calls the module, with the progress on the terminal unless --quiet. Throws Failure when the module wasn't called.
+TestCall CallModule(const CallRequest& request, const Options& options, const Interruption& interruption,
+                    const ProgressSpan& span);
+
+// Ends an answer to a call whose outcome amounts to `exitCode`: the exit code, the failure, and the state of the
+// endpoints' settings, which matters more than most outcomes.
+void Conclude(Answer& answer, const TestCall& call, ExitCode exitCode);
+
+// The members of the JSON result that every test has.
+JsonMembers CallMembers(const TestCall& call, const Options& options);
+JsonMembers ReplyMembers(const TestCall& call);
+JsonMembers OutcomeMembers(Test test, const Outcome& outcome);
+
+// For a person, behind everything else; empty without --verbose.
+std::string LogText(const TestCall& call, const Options& options);
 
 Failure UnreadableReply();
-
-// The members of the JSON result that every test has: the outcome, the log and the reply.
-JsonMembers OutcomeMembers(Test test, const Outcome& outcome, const std::string& reply);
 
 }  // namespace host

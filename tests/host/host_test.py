@@ -1,0 +1,79 @@
+"""What the tests of rmthost share: a virtual machine, and a way to run the program as a person or a script would.
+
+The environment names the files: RMTHOST, RMTHOST_MODULE, RMTHOST_MISBEHAVING_MODULE and, when rmthost is run by another
+program, that program in RMTHOST_RUNNER.
+"""
+import json
+import os
+import subprocess
+import tempfile
+import unittest
+
+HOST, MODULE = os.environ["RMTHOST"], os.environ["RMTHOST_MODULE"]
+MISBEHAVING = os.environ["RMTHOST_MISBEHAVING_MODULE"]
+RUNNER = os.environ.get("RMTHOST_RUNNER", "").split()
+PASS, FAIL, BAD_INPUT, NO_ENDPOINT, BROKEN, TIMED_OUT, NOT_RESTORED, INTERRUPTED = *range(7), 130
+
+
+def endpoint(flow, id, name, **more):
+    format = {"tag": "pcm", "channels": 2, "rate": 48000, "bits": 16}
+    return {"id": id, "name": name, "flow": flow, "levels": [0.25, 0.75], "format": format, **more}
+
+
+MACHINE = {"clock": "virtual", "endpoints": [
+    endpoint("render", "{0.0.0}.{speaker}", "Speaker", default=["console", "multimedia"], muted=True),
+    endpoint("render", "{0.0.0}.{headset}", "Headset Speaker",
+             format={"tag": "float", "channels": 2, "rate": 44100, "bits": 32}),
+    endpoint("render", "{0.0.0}.{speaker}.rear", "Rear"),
+    endpoint("render", "{0.0.0}.{line}", "Line Out", state="unplugged"),
+    endpoint("render", "{0.0.0}.{hdmi}", "HDMI", state="disabled"),
+    endpoint("capture", "{0.0.1}.{microphone}", "Microphone", default=["console", "multimedia"],
+             format={"tag": "extensible", "channels": 1, "rate": 48000, "bits": 24}, levels=[0.5],
+             hears=[{"endpoint": "{0.0.0}.{speaker}", "gain": 0.5, "delayMs": 0}]),
+    endpoint("capture", "{0.0.1}.{headset}", "Hörmuschel 🎧", hears=[]),
+    endpoint("capture", "{0.0.1}.{gone}", "Microphone", state="notpresent")]}
+CONTRACT = ('{"CoreData":{"TimeStamp":"","TaskName":"Größe 🎧","TaskID":"","TaskVersion":"","ReturnCode":%d,'
+            '"ReturnMessage":"%s","Result":"","Status":"","DeviceInfo":{"DeviceID":"","DeviceInstanceID":"%s",'
+            '"Name":"","DUID":"","Type":"","AudioData":{"CommandExecuted":-1,"maxAmplitude":0.0,"targetDevice":"Y"}}}}')
+
+
+def enough(cases):
+    """The cases; under an emulator, where every process takes its time, the first few."""
+    return cases[:3] if RUNNER else cases
+
+
+class HostTest(unittest.TestCase):
+    def setUp(self):
+        directory = tempfile.TemporaryDirectory(prefix="rmthost-")
+        self.addCleanup(directory.cleanup)
+        self.directory = directory.name
+        self.write("machine.json", json.dumps(MACHINE).encode())
+
+    def write(self, name, content):
+        with open(os.path.join(self.directory, name), "wb") as file:
+            file.write(content)
+
+    def start(self, *arguments, machine="virtual:machine.json", module=MODULE, **environment):
+        """Starts rmthost with the global options behind the command."""
+        platform = ["--platform", machine] if machine else []
+        return subprocess.Popen([*RUNNER, HOST, *arguments, *platform, "--module", module], cwd=self.directory,
+                                env={**os.environ, **environment}, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                stderr=subprocess.PIPE)
+
+    def rmthost(self, *arguments, stdin=b"", **more):
+        """Runs rmthost to its end; returns exit code, output and error text."""
+        with self.start(*arguments, **more) as running:
+            try:
+                output, errors = running.communicate(stdin, timeout=60)
+            finally:
+                running.kill()
+        return running.returncode, output, errors.decode().replace("\r\n", "\n")
+
+    def document(self, *arguments, exit_code=PASS, **more):
+        """Runs rmthost with --json in front and returns its one document."""
+        code, output, errors = self.rmthost("--json", *arguments, **more)
+        document = json.loads(output)
+        self.assertEqual((code, document["formatVersion"], document["exitCode"], document["ok"], errors),
+                         (exit_code, 1, exit_code, exit_code == PASS, ""))
+        self.assertEqual(output.count(b"\n"), 1)
+        return document
