@@ -41,7 +41,7 @@ else
 fi
 )sh";
 
-// Text in a specification of _arguments and _describe.
+// Text in an argument of _arguments or _describe.
 std::string Escaped(std::string_view text) {
   std::string escaped;
   for (const char c : text) {

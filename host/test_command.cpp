@@ -31,21 +31,27 @@ class Plot {
       text += "\n" + TerminalPlot(*heard_, TerminalWidth(), style_, ToneHz());
     }
     if (!report_.notHeard.empty()) text += fmt::format("\nNo plot: {}\n", Printable(report_.notHeard));
+    if (isWritten_) text += fmt::format("\nplot: {}\n", Printable(*options_.plot));
     return text;
   }
 
-  // Throws Failure.
-  void Write() const {
-    if (!options_.plot.has_value() || !heard_.has_value()) return;
+  // Gives why the file that was asked for could not be written.
+  std::optional<Failure> Write() {
+    if (!options_.plot.has_value() || !heard_.has_value()) return std::nullopt;
     const std::string title = fmt::format("{}: {}", run_.Tested().name, JudgementWord(run_.judgement));
-    WritePlot(*options_.plot, SvgPlot(*heard_, title, ToneHz()));
+    try {
+      WritePlot(*options_.plot, SvgPlot(*heard_, title, ToneHz()));
+    } catch (const Failure& failure) {
+      return failure;
+    }
+    isWritten_ = true;
+    return std::nullopt;
   }
 
   JsonMembers Members() const {
-    const bool isDrawn = options_.plot.has_value() && heard_.has_value();
     return {{"heard", heard_.has_value() ? report_.heard : "null"},
             {"notHeard", JsonTextOrNull(report_.notHeard)},
-            {"plot", isDrawn ? JsonString(*options_.plot) : "null"}};
+            {"plot", isWritten_ ? JsonString(*options_.plot) : "null"}};
   }
 
  private:
@@ -57,6 +63,7 @@ class Plot {
   const Style& style_;
   const CallReport& report_;
   std::optional<Heard> heard_;
+  bool isWritten_ = false;
 };
 
 // Where it is shown, and where it can't be in the way: on a machine described in a file a call counts for the faults
@@ -74,7 +81,8 @@ Answer TestEndpoints(const Options& options, const Style& style) {
   const Interruption interruption;
   const TestRun run = RunTest(options, platform.used, IsListeningWanted(options, platform.used, style), interruption,
                               {.label = options.test == Test::kPlay ? "playing" : "recording"});
-  const Plot plot(run, options, style);
+  Plot plot(run, options, style);
+  const std::optional<Failure> notWritten = plot.Write();
 
   Answer answer;
   Conclude(answer, run.call, run.Passed() ? ExitCode::kPass : ExitCode::kFail);
@@ -89,11 +97,9 @@ Answer TestEndpoints(const Options& options, const Style& style) {
   if (run.test == Test::kRecord) Append(members, plot.Members());
   Append(members, ReplyMembers(run.call));
   answer.result = JsonObject(members);
-  try {
-    plot.Write();
-  } catch (const Failure& failure) {
-    if (!answer.failure.has_value()) answer.failure = failure;
-    if (answer.exitCode == ExitCode::kPass) answer.exitCode = failure.exitCode;
+  if (notWritten.has_value()) {
+    if (!answer.failure.has_value()) answer.failure = notWritten;
+    if (answer.exitCode == ExitCode::kPass) answer.exitCode = notWritten->exitCode;
   }
   return answer;
 }
