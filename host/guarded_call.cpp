@@ -85,7 +85,7 @@ GuardedCall CallGuarded(const CallRequest& request, Seconds timeout, const Inter
 
   const ChildEnd end = RunSelf(kModuleProcess, RequestJson(request), timeout, interruption);
   GuardedCall call{.report = ReportOf(end, timeout), .restoration = {}};
-  if (!call.report.called) throw *call.report.failure;
+  if (!call.report.called) throw Failure(*call.report.failure);
   if (!endsWithProcess) {
     call.restoration = PutBackInTime(request.platform, saved);
   } else if (call.report.restoration.has_value()) {
@@ -100,7 +100,7 @@ Answer CheckGuarded(const CheckRequest& request, Seconds timeout) {
   const Interruption interruption;
   const ChildEnd end = RunSelf(kModuleProcess, RequestJson(request), timeout, interruption);
   const std::optional<Failure> failure = FailureOf(end, timeout);
-  if (failure.has_value()) throw *failure;
+  if (failure.has_value()) throw Failure(*failure);
   return ReadAnswer(end.output);
 }
 

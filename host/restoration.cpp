@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 
 #include "host/endpoint_volume.h"
 #include "host/json_output.h"
@@ -65,7 +66,7 @@ EndpointRestoration PutBack(const Endpoint& saved) {
 
 std::string TextsJson(const std::vector<std::string>& texts) {
   std::vector<std::string> elements;
-  for (const std::string& text : texts) elements.push_back(JsonString(text));
+  std::transform(texts.begin(), texts.end(), std::back_inserter(elements), JsonString);
   return JsonArray(elements);
 }
 
