@@ -117,6 +117,11 @@ class SoundServer:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + bus
         self.spawn("dbus-daemon", "--config-file=" + file.name, "--nofork", "--nopidfile")
         self.await_socket(bus)
+        # Bluetooth has nothing to do here, and its wait for a login session ends WirePlumber where systemd doesn't run.
+        bluetooth = self.path("home", "config", "wireplumber", "bluetooth.lua.d")
+        os.makedirs(bluetooth)
+        with open(os.path.join(bluetooth, "80-disabled.lua"), "w") as file:
+            file.write("bluez_monitor.enabled = false\n")
         self.spawn("pipewire")
         self.await_socket(self.path("run", "pipewire-0"))
         self.spawn("wireplumber")
