@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "audio/platform_call.h"
-#include "json/text.h"
+#include "text/narrow.h"
 
 namespace audio {
 namespace {
@@ -13,7 +13,7 @@ std::u16string LowerId(IMMDevice& device) {
   const HRESULT status = device.GetId(&text);
   const CoTaskMemory<WCHAR> id(text);
   Require(status, id);
-  return json::LowerWide(core_audio::TextFrom(id.get()));
+  return text::LowerWide(core_audio::TextFrom(id.get()));
 }
 
 ComPtr<IMMDevice> FindActive(IMMDeviceEnumerator& enumerator, EDataFlow flow, std::u16string name) {
@@ -22,7 +22,7 @@ ComPtr<IMMDevice> FindActive(IMMDeviceEnumerator& enumerator, EDataFlow flow, st
   UINT count = 0;
   Require(endpoints->GetCount(&count));
 
-  name = json::LowerWide(std::move(name));
+  name = text::LowerWide(std::move(name));
   // The count is a signed number by its meaning: a negative one is no endpoint at all.
   for (std::int32_t index = 0; index < static_cast<std::int32_t>(count); ++index) {
     ComPtr<IMMDevice> device;

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "audio/platform/com_ptr.h"
-#include "audio/platform/core_audio.h"
+#include "platform/com_ptr.h"
+#include "platform/core_audio.h"
 
 namespace audio {
 

@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "audio/outcome_codes.h"
-#include "audio/platform/com_ptr.h"
-#include "audio/platform/core_audio.h"
+#include "platform/com_ptr.h"
+#include "platform/core_audio.h"
 
 namespace audio {
 

@@ -4,7 +4,7 @@
 
 #include "audio/outcome_codes.h"
 #include "audiotests/outcomes.h"
-#include "json/text.h"
+#include "text/narrow.h"
 
 namespace ZQ_RMT_TESTS_AUDIO {
 namespace {
@@ -51,9 +51,9 @@ void ReportOutcome(std::int32_t code, logging::Logger* logger, ZQ_RMT_MODELS::Co
   const logging::LogRecord* const record =
       outcome == OutcomeTable.end()
           ? logger->LogDebug3(1, "Not handled", 0.0)
-          : LogWithSeverity(*logger, outcome->second.severity, code, json::WideToNarrow(outcome->second.message));
+          : LogWithSeverity(*logger, outcome->second.severity, code, text::WideToNarrow(outcome->second.message));
   coreData->ReturnCode = std::atoi(record->code.c_str());
-  coreData->ReturnMessage = json::NarrowToWide(record->text);
+  coreData->ReturnMessage = text::NarrowToWide(record->text);
 }
 
 }  // namespace ZQ_RMT_TESTS_AUDIO

@@ -1,6 +1,6 @@
 #include "audiotests/playing.h"
 
-#include "audio/platform/core_audio.h"
+#include "platform/core_audio.h"
 
 namespace ZQ_RMT_TESTS_AUDIO {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <boost/json.hpp>
 
-#include "contract_text.h"
+#include "benchmarks/contract_text.h"
 
 namespace {
 

@@ -6,10 +6,10 @@
 #include <fstream>
 #include <string>
 
-#include "audio/platform/audio_platform.h"
 #include "audiotests/audio_record_test.h"
-#include "support/machines.h"
-#include "support/temp_directory.h"
+#include "platform/audio_platform.h"
+#include "tests/support/machines.h"
+#include "tests/support/temp_directory.h"
 
 namespace {
 

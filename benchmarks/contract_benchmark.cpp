@@ -8,7 +8,7 @@
 
 #include <string>
 
-#include "contract_text.h"
+#include "benchmarks/contract_text.h"
 
 #include "logging/model_logger.h"
 #include "models/core/rmt_data_contract.h"

@@ -2,11 +2,11 @@
 
 #include <cstdlib>
 
-#include "support/temp_directory.h"
+#include "tests/support/temp_directory.h"
 
 int main(int argc, char** argv) {
   const TempDirectory log;
-  setenv("ZQRMT_TEST_LOG_DIRECTORY", log.Path().c_str(), 1);
+  setenv("ZQRMT_LOG_DIRECTORY", log.Path().c_str(), 1);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
   benchmark::RunSpecifiedBenchmarks();

@@ -1,13 +1,13 @@
 # Header-only libraries are found by their headers. What each is for stands in the README.
 #
-# A cross build sees them through a folder that holds only them: with the whole of the system's include folder it would see
-# the wrong C library too.
+# A cross build sees those of ZQRMT_HOST_INCLUDE_FOLDER, which the toolchain file names, through a folder that holds only
+# them: with the whole of the building system's include folder it would see the wrong C library too.
 set(header_libraries rapidjson CLI fmt utf8cpp kissfft)
 if(CMAKE_CROSSCOMPILING)
   set(header_folder ${PROJECT_BINARY_DIR}/headers)
   file(MAKE_DIRECTORY ${header_folder})
   foreach(library IN LISTS header_libraries)
-    file(CREATE_LINK /usr/include/${library} ${header_folder}/${library} SYMBOLIC)
+    file(CREATE_LINK ${ZQRMT_HOST_INCLUDE_FOLDER}/${library} ${header_folder}/${library} SYMBOLIC)
   endforeach()
   set(header_search PATHS ${header_folder} NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
 endif()

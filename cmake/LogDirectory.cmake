@@ -1,5 +1,5 @@
-# The directory of the framework's shared log. It is fixed when the module is built: the module reads no
-# environment variable and no configuration file.
+# The directory of the framework's shared log. On Windows it is fixed when the module is built; elsewhere the environment
+# variable of the same name goes before it.
 if(WIN32)
   set(default_log_directory "C:\\Windows\\Logs\\ZQOrb")
   set(log_separator "\\")

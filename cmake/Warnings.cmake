@@ -1,9 +1,9 @@
 if(MSVC)
-  add_compile_options(/W4 /WX /permissive- /utf-8 /EHsc /Zc:__cplusplus)
+  add_compile_options(/W4 /permissive- /utf-8 /EHsc /Zc:__cplusplus)
   # The functions that it would have replaced are the standard's.
   add_compile_definitions(_CRT_SECURE_NO_WARNINGS)
 else()
-  add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+  add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # GCC 12 sees overlapping copies in "literal" + std::string that aren't there (its bug 105651).
     add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)

@@ -2,11 +2,11 @@
 #include <cstdio>
 #include <exception>
 
-#include "host/command_line.h"
-#include "host/json_output.h"
-#include "host/module_process.h"
-#include "host/module_request.h"
-#include "host/system.h"
+#include "host/base/system.h"
+#include "host/call/module_process.h"
+#include "host/call/module_request.h"
+#include "host/report/json_output.h"
+#include "host/shell/command_line.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "json/getters.h"
 #include "json/objects.h"
 #include "json/record_table.h"
-#include "json/text.h"
+#include "text/narrow.h"
 
 namespace json {
 
@@ -40,9 +40,9 @@ Value NumberValue(Number number) {
 template <class Number>
 std::string NumberText(Number number) {
   if constexpr (std::is_same_v<Number, bool>) {
-    return BoolToText(number);
+    return text::BoolToText(number);
   } else if constexpr (std::is_floating_point_v<Number>) {
-    return DoubleToText(number);
+    return text::DoubleToText(number);
   } else {
     return std::to_string(number);
   }
@@ -96,7 +96,9 @@ struct KindOf<std::u16string> {
     out = CopyText(*static_cast<const std::u16string*>(source), document);
     return true;
   }
-  static std::string Print(const void* source) { return WideToNarrow(*static_cast<const std::u16string*>(source)); }
+  static std::string Print(const void* source) {
+    return text::WideToNarrow(*static_cast<const std::u16string*>(source));
+  }
 
   static constexpr Kind kind = {.read = Read, .write = Write, .print = Print, .name = "text"};
 };

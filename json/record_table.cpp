@@ -1,9 +1,9 @@
 #include "json/record_table.h"
 
 #include "json/objects.h"
-#include "json/text.h"
 #include "json/types.h"
 #include "logging/model_logger.h"
+#include "text/narrow.h"
 
 namespace json {
 namespace {
@@ -15,7 +15,7 @@ void LogWrite(const WriteLine& line, const Field& field, const void* source) {
   const auto text = [&] {
     switch (line.shows) {
       case WriteLine::Shows::kKey:
-        return line.text + WideToNarrow(field.key);
+        return line.text + text::WideToNarrow(field.key);
       case WriteLine::Shows::kValue:
         return line.text + field.kind->print(source);
       case WriteLine::Shows::kTextOnly:
@@ -30,7 +30,7 @@ void LogWrite(const WriteLine& line, const Field& field, const void* source) {
 
 std::string ReadLine(const Field& field) {
   if (field.options.line != nullptr) return field.options.line;
-  return field.kind->linePrefix + WideToNarrow(field.key) + field.kind->lineSuffix;
+  return field.kind->linePrefix + text::WideToNarrow(field.key) + field.kind->lineSuffix;
 }
 
 void ReadRecord(const RecordTable& table, void* record, const Value* value) {

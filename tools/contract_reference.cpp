@@ -17,7 +17,7 @@ using ZQ_RMT_MODELS::ImageField;
 using ZQ_RMT_MODELS::RMTDataContract;
 
 std::string Narrow(std::u16string_view text) {
-  return json::WideToNarrow(text);
+  return text::WideToNarrow(text);
 }
 
 bool IsList(const json::Field& field) {

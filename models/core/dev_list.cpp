@@ -34,7 +34,7 @@ constexpr json::RecordTable kTable =
 void AddNumber(json::Value& object, std::u16string_view key, std::int32_t number, json::Document& document) {
   json::AddMember(object, key, json::Value(number), document);
   GetModelLogger().LogDebug2(
-      0, [&] { return "Serialize " + json::WideToNarrow(key) + ":" + json::IntToText(number); }, 0.0);
+      0, [&] { return "Serialize " + text::WideToNarrow(key) + ":" + text::IntToText(number); }, 0.0);
 }
 
 }  // namespace

@@ -4,9 +4,9 @@
 #include <array>
 
 #include "json/objects.h"
-#include "json/text.h"
 #include "logging/model_logger.h"
 #include "models/devices/byte_array.h"
+#include "text/narrow.h"
 
 namespace ZQ_RMT_MODELS {
 namespace {
@@ -40,8 +40,8 @@ void StoreNumber(std::span<std::uint8_t> image, const ImageField& field, std::ui
 
 std::string ReadLine(const ImageField& field, std::uint32_t number) {
   const std::string text =
-      field.options.line != nullptr ? field.options.line : "Set " + json::WideToNarrow(field.key) + ":";
-  return text + json::UintToText(number);
+      field.options.line != nullptr ? field.options.line : "Set " + text::WideToNarrow(field.key) + ":";
+  return text + text::UintToText(number);
 }
 
 json::Value NumberValue(const ImageField& field, std::uint32_t number) {

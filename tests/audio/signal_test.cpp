@@ -3,8 +3,8 @@
 #include <new>
 
 #include "audio/capture_sink.h"
-#include "audio/outcome.h"
 #include "audio/tone_source.h"
+#include "tests/audio/outcome.h"
 
 namespace {
 bool refuseMemory = false;

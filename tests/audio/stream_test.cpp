@@ -4,11 +4,11 @@
 #include <fstream>
 
 #include "audio/capture_stream.h"
-#include "audio/outcome.h"
-#include "audio/platform/audio_platform.h"
 #include "audio/render_stream.h"
 #include "audio/volume_snapshot.h"
-#include "support/temp_directory.h"
+#include "platform/audio_platform.h"
+#include "tests/audio/outcome.h"
+#include "tests/support/temp_directory.h"
 
 namespace audio {
 namespace {
@@ -108,7 +108,7 @@ TEST(CaptureStream, OffersTheDefaultEndpointsFormat) {
     int outcome, bits, validBits, channelMask;
   } cases[] = {{"multimedia", wide, "null", "", 0, 24, 24, 3},
                {"multimedia", wide, speech, "", 0, 16, 16, 3},  // a match replaces 20 bytes, without the mask
-               {"multimedia", wide, plain, "", 0, 16, 0, 3},   // this one holds 18
+               {"multimedia", wide, plain, "", 0, 16, 0, 3},    // this one holds 18
                {"multimedia", plain, "null", "", 0, 16, 0, 0},
                {"multimedia", wide, R"("none")", "", 995582, 24, 24, 3},
                {"console", wide, "null", "", 995582, 0, 0, 0},

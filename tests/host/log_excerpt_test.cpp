@@ -1,10 +1,10 @@
-#include "host/log_excerpt.h"
+#include "host/report/log_excerpt.h"
 
 #include <gtest/gtest.h>
 
 #include <fstream>
 
-#include "support/temp_directory.h"
+#include "tests/support/temp_directory.h"
 
 namespace {
 

@@ -7,10 +7,10 @@
 #include <numbers>
 #include <random>
 
-#include "host/heard.h"
-#include "host/listener_format.h"
-#include "host/svg_plot.h"
-#include "host/terminal_plot.h"
+#include "host/listening/heard.h"
+#include "host/listening/listener_format.h"
+#include "host/report/svg_plot.h"
+#include "host/report/terminal_plot.h"
 
 namespace {
 

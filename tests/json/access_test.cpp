@@ -5,8 +5,8 @@
 #include <cmath>
 
 #include "json/getters.h"
-#include "json/text.h"
 #include "json/types.h"
+#include "text/narrow.h"
 
 namespace {
 
@@ -113,16 +113,16 @@ TEST_F(AccessTest, GettersFailInTheirThreeWays) {
 }
 
 TEST(TextTest, UnitsAreWidenedAndLoweredOneByOne) {
-  EXPECT_EQ(json::NarrowToWide("\xE9z"), u"\xFFE9z");
-  EXPECT_EQ(json::LowerWide(u"A{Z}\u00C4\u0141"), u"a{z}\u00C4\u0141");
+  EXPECT_EQ(text::NarrowToWide("\xE9z"), u"\xFFE9z");
+  EXPECT_EQ(text::LowerWide(u"A{Z}\u00C4\u0141"), u"a{z}\u00C4\u0141");
 }
 
 TEST(TextTest, NumbersAreShownAsAStreamShowsThem) {
-  EXPECT_EQ(json::DoubleToText(1234567.0), "1.23457e+06");
-  EXPECT_EQ(json::DoubleToText(0.5), "0.5");
-  EXPECT_EQ(json::IntToText(-5), "-5");
-  EXPECT_EQ(json::UintToText(4294967295), "4294967295");
-  EXPECT_EQ(json::Uint64ToText(18446744073709551615U), "18446744073709551615");
+  EXPECT_EQ(text::DoubleToText(1234567.0), "1.23457e+06");
+  EXPECT_EQ(text::DoubleToText(0.5), "0.5");
+  EXPECT_EQ(text::IntToText(-5), "-5");
+  EXPECT_EQ(text::UintToText(4294967295), "4294967295");
+  EXPECT_EQ(text::Uint64ToText(18446744073709551615U), "18446744073709551615");
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 
 #include "json/access.h"
 #include "json/member_kinds.h"
-#include "support/process.h"
-#include "support/temp_directory.h"
+#include "tests/support/process.h"
+#include "tests/support/temp_directory.h"
 
 namespace {
 
@@ -29,7 +29,9 @@ json::Serialized Child::Serialize(json::Document* document) const {
   return json::WriteRecord(kChild, this, document);
 }
 
-const json::RecordTable& Child::Table() { return kChild; }
+const json::RecordTable& Child::Table() {
+  return kChild;
+}
 
 // One member of every kind.
 struct Record {
@@ -73,7 +75,7 @@ class RecordTableTest : public testing::Test {
  protected:
   // The logger keeps to the directory of its first line.
   static void SetUpTestSuite() {
-    SetEnvironment("ZQRMT_TEST_LOG_DIRECTORY", Log().Path().string());
+    SetEnvironment("ZQRMT_LOG_DIRECTORY", Log().Path().string());
     std::ofstream(Log() / "debug3.flg");
   }
   static const TempDirectory& Log() {

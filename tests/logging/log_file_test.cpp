@@ -3,7 +3,7 @@
 #include <set>
 
 #include "logging/local_time.h"
-#include "logging/logger_fixture.h"
+#include "tests/logging/logger_fixture.h"
 
 namespace logging {
 

@@ -12,14 +12,14 @@
 
 #include "logging/log_directory.h"
 #include "logging/logger.h"
-#include "support/process.h"
-#include "support/temp_directory.h"
+#include "tests/support/process.h"
+#include "tests/support/temp_directory.h"
 
 // Every test begins with an empty log directory of the process's own, which it may replace by whatever it likes.
 class LoggerTest : public testing::Test {
  protected:
   LoggerTest() {
-    SetEnvironment("ZQRMT_TEST_LOG_DIRECTORY", directory);
+    SetEnvironment("ZQRMT_LOG_DIRECTORY", directory);
     std::filesystem::remove_all(directory);
     std::filesystem::create_directory(directory);
   }

@@ -7,7 +7,7 @@
 
 #include "logging/local_time.h"
 #include "logging/log_file.h"
-#include "logging/logger_fixture.h"
+#include "tests/logging/logger_fixture.h"
 
 namespace logging {
 

@@ -1,7 +1,7 @@
 #include "logging/logger.h"
 
-#include "logging/logger_fixture.h"
 #include "logging/model_logger.h"
+#include "tests/logging/logger_fixture.h"
 
 namespace logging {
 

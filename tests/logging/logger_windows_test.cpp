@@ -6,7 +6,7 @@
 
 #include "logging/file_probe.h"
 #include "logging/log_file.h"
-#include "logging/logger_fixture.h"
+#include "tests/logging/logger_fixture.h"
 
 namespace logging {
 

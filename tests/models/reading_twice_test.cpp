@@ -9,8 +9,8 @@
 #include "json/types.h"
 #include "models/core/device_info.h"
 #include "models/core/rmt_data_contract.h"
-#include "support/process.h"
-#include "support/temp_directory.h"
+#include "tests/support/process.h"
+#include "tests/support/temp_directory.h"
 
 namespace {
 
@@ -18,7 +18,7 @@ using namespace ZQ_RMT_MODELS;
 
 // The log of this test program goes to a directory of its own.
 const TempDirectory logDirectory;
-[[maybe_unused]] const bool set = (SetEnvironment("ZQRMT_TEST_LOG_DIRECTORY", logDirectory.Path().string()), true);
+[[maybe_unused]] const bool set = (SetEnvironment("ZQRMT_LOG_DIRECTORY", logDirectory.Path().string()), true);
 
 // The value at `path` of the record that has read both texts.
 template <class Record>

@@ -1,4 +1,4 @@
-#include "module/bad_log.h"
+#include "tests/module/bad_log.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include <windows.h>
 
-#include "module/bad_log.h"
-#include "support/machines.h"
-#include "support/module_under_test.h"
+#include "tests/module/bad_log.h"
+#include "tests/support/machines.h"
+#include "tests/support/module_under_test.h"
 
 namespace {
 

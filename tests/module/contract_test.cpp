@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "audio/platform/audio_platform.h"
-#include "support/machines.h"
-#include "support/module_under_test.h"
+#include "platform/audio_platform.h"
+#include "tests/support/machines.h"
+#include "tests/support/module_under_test.h"
 
 namespace {
 

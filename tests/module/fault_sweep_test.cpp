@@ -4,9 +4,9 @@
 
 #include <map>
 
-#include "audio/platform/core_audio.h"
-#include "support/machines.h"
-#include "support/module_under_test.h"
+#include "platform/core_audio.h"
+#include "tests/support/machines.h"
+#include "tests/support/module_under_test.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "support/machines.h"
-#include "support/module_under_test.h"
+#include "tests/support/machines.h"
+#include "tests/support/module_under_test.h"
 
 namespace {
 

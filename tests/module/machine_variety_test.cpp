@@ -4,8 +4,8 @@
 
 #include <cstdlib>
 
-#include "support/machines.h"
-#include "support/module_under_test.h"
+#include "tests/support/machines.h"
+#include "tests/support/module_under_test.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "support/process.h"
-#include "support/temp_directory.h"
+#include "tests/support/process.h"
+#include "tests/support/temp_directory.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ using ZQ_RMT_TESTS_AUDIO::ReportOutcome;
 // No sequence reaches the outcomes that aren't in the table, so they are reported here by hand.
 TEST(OutcomeTest, ACodeOutsideTheTableIsNotHandledOrWhatWasLoggedLast) {
   TempDirectory log;
-  SetEnvironment("ZQRMT_TEST_LOG_DIRECTORY", log.Path().string());
+  SetEnvironment("ZQRMT_LOG_DIRECTORY", log.Path().string());
   logging::Logger logger("Source", 44000000);
   ZQ_RMT_MODELS::CoreData core;
   core.ReturnMessage = u"old";
@@ -38,7 +38,7 @@ TEST(OutcomeTest, ACodeOutsideTheTableIsNotHandledOrWhatWasLoggedLast) {
 
 TEST(OutcomeTest, MemoryAndSinkFailuresHaveTheirTexts) {
   TempDirectory log;
-  SetEnvironment("ZQRMT_TEST_LOG_DIRECTORY", log.Path().string());
+  SetEnvironment("ZQRMT_LOG_DIRECTORY", log.Path().string());
   logging::Logger logger("Source", 44000000);
   ZQ_RMT_MODELS::CoreData core;
   ReportOutcome(990414, &logger, &core);

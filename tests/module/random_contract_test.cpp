@@ -13,9 +13,9 @@
 #include <set>
 #include <utility>
 
-#include "support/machines.h"
-#include "support/module_under_test.h"
-#include "support/process.h"
+#include "tests/support/machines.h"
+#include "tests/support/module_under_test.h"
+#include "tests/support/process.h"
 
 namespace {
 

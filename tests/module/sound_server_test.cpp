@@ -9,8 +9,8 @@
 #include <memory>
 #include <thread>
 
-#include "platform/audio_helpers.h"
-#include "support/module_under_test.h"
+#include "tests/platform/audio_helpers.h"
+#include "tests/support/module_under_test.h"
 
 // The module on the private sound server of support/sound_server.py. What is done to that server differs from test to
 // test, so each has one of its own.

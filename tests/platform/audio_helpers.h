@@ -5,10 +5,10 @@
 #include <cstring>
 #include <fstream>
 
-#include "audio/platform/audio_platform.h"
-#include "audio/platform/com_ptr.h"
-#include "audio/platform/core_audio.h"
-#include "support/temp_directory.h"
+#include "platform/audio_platform.h"
+#include "platform/com_ptr.h"
+#include "platform/core_audio.h"
+#include "tests/support/temp_directory.h"
 
 inline std::string WriteMachine(const TempDirectory& directory, const std::string& json) {
   std::ofstream(directory / "machine.json") << json;

@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <tuple>
 
-#include "platform/audio_helpers.h"
+#include "tests/platform/audio_helpers.h"
 
 // What every platform owes its callers, whatever stands behind it. A platform joins with a Backend; it needs an active
 // default endpoint of each flow with two channels at 48000 Hz, where the capture endpoint hears the render endpoint.

@@ -3,7 +3,7 @@
 #include <memory>
 #include <numbers>
 
-#include "platform/audio_helpers.h"
+#include "tests/platform/audio_helpers.h"
 
 namespace {
 

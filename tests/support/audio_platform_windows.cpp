@@ -6,8 +6,8 @@
 #include <exception>
 #include <string>
 
-#include "audio/platform/audio_platform.h"
-#include "audio/platform/windows/machine_front.h"
+#include "platform/audio_platform.h"
+#include "platform/windows/machine_front.h"
 
 namespace {
 

@@ -2,16 +2,16 @@
 
 #include <stdexcept>
 
-#include "support/module_file.h"
-#include "support/process.h"
+#include "tests/support/module_file.h"
+#include "tests/support/process.h"
 
 std::filesystem::path ModuleFile::LogDirectory(const std::filesystem::path& parent) {
   return parent / "log";
 }
 
-// The module as it is shipped, but for its log directory.
+// The module as it is shipped. Each test names a log directory of its own.
 ModuleFile::ModuleFile(const std::filesystem::path& log) {
-  SetEnvironment("ZQRMT_TEST_LOG_DIRECTORY", log.string());
+  SetEnvironment("ZQRMT_LOG_DIRECTORY", log.string());
   handle_ = dlopen(ZQRMT_TEST_MODULE, RTLD_NOW | RTLD_LOCAL);
   if (handle_ == nullptr) throw std::runtime_error(dlerror());
 }

@@ -4,8 +4,8 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "audio/platform/windows/machine_front.h"
-#include "support/module_file.h"
+#include "platform/windows/machine_front.h"
+#include "tests/support/module_file.h"
 
 namespace {
 

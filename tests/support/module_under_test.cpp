@@ -1,4 +1,4 @@
-#include "support/module_under_test.h"
+#include "tests/support/module_under_test.h"
 
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
@@ -10,8 +10,8 @@
 #include <fstream>
 #include <memory>
 
-#include "audio/platform/audio_platform.h"
 #include "audiotests/zqrmt_tests_audio.h"
+#include "platform/audio_platform.h"
 
 namespace {
 

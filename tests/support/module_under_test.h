@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "support/module_file.h"
-#include "support/temp_directory.h"
+#include "tests/support/module_file.h"
+#include "tests/support/temp_directory.h"
 
 // One operation of the trace.
 struct Operation {

@@ -3,7 +3,7 @@
 
 #include <cstdlib>
 
-#include "support/process.h"
+#include "tests/support/process.h"
 
 void SetEnvironment(const char* name, const std::string& value) {
   setenv(name, value.c_str(), 1);

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "support/process.h"
+#include "tests/support/process.h"
 
 void SetEnvironment(const char* name, const std::string& value) {
   _putenv_s(name, value.c_str());

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+// What the host asks the operating system for. Each system has a source file of its own; CMake picks it.
+namespace host {
+
+// The arguments behind the program's name, as UTF-8 where the system knows their encoding.
+std::vector<std::string> Arguments(int argc, const char* const* argv);
+
+// The folder of the running program; empty when the system doesn't say.
+std::filesystem::path ProgramDirectory();
+
+// The directory of the module's log.
+std::filesystem::path LogDirectory();
+
+bool IsTerminal(std::FILE* stream);
+// Columns of the terminal that standard error is on; 80 when that isn't known.
+int TerminalWidth();
+// Whether the terminal is set up for more than ASCII.
+bool TerminalIsUtf8();
+
+}  // namespace host

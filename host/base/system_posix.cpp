@@ -1,0 +1,45 @@
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "host/base/system.h"
+#include "text/utf.h"
+
+namespace host {
+
+std::vector<std::string> Arguments(int argc, const char* const* argv) {
+  return {argv + (argc > 0 ? 1 : 0), argv + argc};
+}
+
+std::filesystem::path ProgramDirectory() {
+  std::error_code unknown;
+  return std::filesystem::read_symlink("/proc/self/exe", unknown).parent_path();
+}
+
+std::filesystem::path LogDirectory() {
+  const char* const named = secure_getenv("ZQRMT_LOG_DIRECTORY");
+  return named == nullptr || *named == '\0' ? ZQRMT_LOG_DIRECTORY : named;
+}
+
+bool IsTerminal(std::FILE* stream) {
+  return isatty(fileno(stream)) == 1;
+}
+
+int TerminalWidth() {
+  winsize size{};
+  return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
+}
+
+bool TerminalIsUtf8() {
+  // The environment is read, and setlocale isn't called: the module converts its texts in the process's C locale.
+  for (const char* variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+    const char* value = std::getenv(variable);
+    if (value == nullptr || *value == '\0') continue;
+    const std::string locale = text::LowerAscii(value);
+    return locale.find("utf-8") != std::string::npos || locale.find("utf8") != std::string::npos;
+  }
+  return false;
+}
+
+}  // namespace host

@@ -1,0 +1,185 @@
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cmath>
+#include <cstring>
+#include <string_view>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "host/base/failure.h"
+#include "host/call/child_process.h"
+
+namespace host {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : number_(number) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() { Close(); }
+  int Number() const { return number_; }
+  void Close() {
+    if (number_ >= 0) close(std::exchange(number_, -1));
+  }
+
+ private:
+  int number_;
+};
+
+Failure NoProcess(const char* operation) {
+  return {ExitCode::kBroken,
+          fmt::format("The module can't be given a process of its own: {}: {}.", operation, std::strerror(errno)),
+          "Close other programs and try again."};
+}
+
+// Between fork and exec: only what a signal handler may do too.
+[[noreturn]] void BecomeSelf(int channel, pid_t parent, char* const* arguments) {
+  // A process group of its own, so that Ctrl-C doesn't reach it, and that what it starts can be ended with it.
+  setpgid(0, 0);
+  // A terminal may stop what writes to it from another group than its own.
+  signal(SIGTTOU, SIG_IGN);
+  prctl(PR_SET_PDEATHSIG, SIGKILL);
+  if (getppid() != parent) _exit(127);
+  if (dup2(channel, STDIN_FILENO) >= 0 && dup2(channel, STDOUT_FILENO) >= 0) execv("/proc/self/exe", arguments);
+  _exit(127);
+}
+
+// The child, which is no more when the object isn't.
+class Child {
+ public:
+  Child(const std::string& command, int channel) {
+    std::string program = "rmthost", argument = command;
+    char* const arguments[] = {program.data(), argument.data(), nullptr};
+    const pid_t parent = getpid();
+    id_ = fork();
+    if (id_ < 0) throw NoProcess("fork");
+    if (id_ == 0) BecomeSelf(channel, parent, arguments);
+    // Here too: whichever process comes first.
+    setpgid(id_, id_);
+  }
+  Child(const Child&) = delete;
+  Child& operator=(const Child&) = delete;
+  ~Child() { End(); }
+
+  pid_t Id() const { return id_; }
+
+  // Waits for its end, and gives its status.
+  int Wait() {
+    int status = 0;
+    while (waitpid(id_, &status, 0) < 0 && errno == EINTR) {
+    }
+    id_ = -1;
+    return status;
+  }
+
+  void End() {
+    if (id_ < 0) return;
+    kill(-id_, SIGKILL);
+    Wait();
+  }
+
+ private:
+  pid_t id_;
+};
+
+// Sends what there is room for. What a child that is gone no longer takes is dropped.
+void SendSome(int channel, std::string_view& unsent) {
+  const ssize_t sent = send(channel, unsent.data(), unsent.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+  if (sent < 0 && errno != EAGAIN && errno != EINTR) unsent = {};
+  if (sent > 0) unsent.remove_prefix(static_cast<std::size_t>(sent));
+  if (unsent.empty()) shutdown(channel, SHUT_WR);
+}
+
+// Appends what has come. False when no more can.
+bool ReceiveSome(int channel, std::string& output) {
+  char chunk[65536];
+  const ssize_t received = recv(channel, chunk, sizeof chunk, MSG_DONTWAIT);
+  if (received > 0) output.append(chunk, static_cast<std::size_t>(received));
+  return received > 0 || (received < 0 && (errno == EAGAIN || errno == EINTR));
+}
+
+int MillisecondsUntil(Clock::time_point deadline) {
+  const double left = std::chrono::duration<double, std::milli>(deadline - Clock::now()).count();
+  return static_cast<int>(std::clamp(std::ceil(left), 0.0, 1e9));
+}
+
+// Exchanges the texts until the child has ended by itself, or must be ended.
+ChildEnd::How Exchange(int channel, int process, std::string_view unsent, Clock::time_point deadline,
+                       const Interruption& interruption, std::string& output) {
+  bool isOpen = true;
+  for (;;) {
+    pollfd watched[] = {{isOpen ? channel : -1, static_cast<short>(unsent.empty() ? POLLIN : POLLIN | POLLOUT), 0},
+                        {process, POLLIN, 0},
+                        {static_cast<int>(interruption.Waitable()), POLLIN, 0}};
+    if (poll(watched, std::size(watched), MillisecondsUntil(deadline)) < 0 && errno != EINTR) throw NoProcess("poll");
+    if (interruption.Requested()) return ChildEnd::How::kInterrupted;
+    if ((watched[0].revents & POLLOUT) != 0) SendSome(channel, unsent);
+    if ((watched[0].revents & (POLLIN | POLLHUP | POLLERR)) != 0) isOpen = ReceiveSome(channel, output);
+    if ((watched[1].revents & POLLIN) != 0) break;
+    if (Clock::now() >= deadline) return ChildEnd::How::kTimedOut;
+  }
+  // Only what is there: a process that the child has left behind may hold the other end too.
+  for (std::size_t before = output.size() + 1; isOpen && output.size() != before;) {
+    before = output.size();
+    isOpen = ReceiveSome(channel, output);
+  }
+  return ChildEnd::How::kExited;
+}
+
+}  // namespace
+
+ChildEnd RunSelf(const std::string& command, const std::string& input, std::chrono::duration<double> timeout,
+                 const Interruption& interruption) {
+  const auto deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(timeout);
+  int ends[2];
+  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) throw NoProcess("socketpair");
+  const Descriptor channel(ends[0]);
+  Descriptor childsEnd(ends[1]);
+  Child child(command, childsEnd.Number());
+  childsEnd.Close();
+  // The C library's own function can't be linked from C++ in all its versions.
+  const Descriptor process(static_cast<int>(syscall(SYS_pidfd_open, child.Id(), 0)));
+  if (process.Number() < 0) throw NoProcess("pidfd_open");
+
+  ChildEnd end;
+  end.how = Exchange(channel.Number(), process.Number(), input, deadline, interruption, end.output);
+  if (end.how != ChildEnd::How::kExited) {
+    child.End();
+    return end;
+  }
+  const int status = child.Wait();
+  if (WIFSIGNALED(status)) {
+    end.how = ChildEnd::How::kCrashed;
+    const char* name = sigabbrev_np(WTERMSIG(status));
+    end.crash = fmt::format("SIG{} ({})", name != nullptr ? name : "?", strsignal(WTERMSIG(status)));
+  } else {
+    end.exitCode = WEXITSTATUS(status);
+  }
+  return end;
+}
+
+std::FILE* SeparateOutput() {
+  const int own = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
+  if (own < 0 || nothing < 0) return nullptr;
+  dup2(nothing, STDIN_FILENO);
+  // Standard error may be closed.
+  if (dup2(STDERR_FILENO, STDOUT_FILENO) < 0) dup2(nothing, STDOUT_FILENO);
+  close(nothing);
+  return fdopen(own, "wb");
+}
+
+}  // namespace host

@@ -1,0 +1,196 @@
+#include <windows.h>
+
+#include <fcntl.h>
+#include <io.h>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "host/base/failure.h"
+#include "host/call/child_process.h"
+
+namespace host {
+namespace {
+
+struct CloseIt {
+  void operator()(void* handle) const { CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<void, CloseIt>;
+
+Failure NoProcess(const char* operation) {
+  const std::string reason = std::system_category().message(static_cast<int>(GetLastError()));
+  return {ExitCode::kBroken, fmt::format("The module can't be given a process of its own: {}: {}.", operation, reason),
+          "Close other programs and try again."};
+}
+
+struct Pipe {
+  Handle reading, writing;
+};
+
+Pipe NewPipe() {
+  HANDLE reading = nullptr, writing = nullptr;
+  if (!CreatePipe(&reading, &writing, nullptr, 0)) throw NoProcess("CreatePipe");
+  return {Handle(reading), Handle(writing)};
+}
+
+// A job that ends its processes when its last handle goes, and that is when this process ends.
+Handle NewJob() {
+  Handle job(CreateJobObjectW(nullptr, nullptr));
+  JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+  limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+  if (job == nullptr ||
+      !SetInformationJobObject(job.get(), JobObjectExtendedLimitInformation, &limits, sizeof limits)) {
+    throw NoProcess("CreateJobObject");
+  }
+  return job;
+}
+
+std::wstring ThisProgram() {
+  std::wstring path(32768, L'\0');  // the longest path there is
+  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return path;
+}
+
+// Starts the child with these standard streams, and lets it inherit nothing else.
+Handle StartSelf(const std::string& command, HANDLE input, HANDLE output, HANDLE job) {
+  STARTUPINFOEXW startup{};
+  startup.StartupInfo.cb = sizeof startup;
+  startup.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
+  startup.StartupInfo.hStdInput = input;
+  startup.StartupInfo.hStdOutput = output;
+  HANDLE errors = nullptr;
+  DuplicateHandle(GetCurrentProcess(), GetStdHandle(STD_ERROR_HANDLE), GetCurrentProcess(), &errors, 0, TRUE,
+                  DUPLICATE_SAME_ACCESS);
+  const Handle ownErrors(errors);
+  startup.StartupInfo.hStdError = errors;
+  std::array<HANDLE, 3> inherited = {input, output, errors};
+  const std::size_t count = errors != nullptr ? 3 : 2;
+  for (const HANDLE handle : {input, output}) SetHandleInformation(handle, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
+
+  SIZE_T size = 0;
+  InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+  std::vector<std::byte> attributes(size);
+  startup.lpAttributeList = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(attributes.data());
+  if (!InitializeProcThreadAttributeList(startup.lpAttributeList, 1, 0, &size) ||
+      !UpdateProcThreadAttribute(startup.lpAttributeList, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, inherited.data(),
+                                 count * sizeof(HANDLE), nullptr, nullptr)) {
+    throw NoProcess("UpdateProcThreadAttribute");
+  }
+  const std::wstring program = ThisProgram();
+  std::wstring line = L"rmthost " + std::wstring(command.begin(), command.end());
+  PROCESS_INFORMATION made{};
+  // In a group of its own Ctrl-C doesn't reach it. It is suspended until it can't escape the job.
+  const BOOL started = CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE,
+                                      CREATE_SUSPENDED | CREATE_NEW_PROCESS_GROUP | EXTENDED_STARTUPINFO_PRESENT,
+                                      nullptr, nullptr, &startup.StartupInfo, &made);
+  DeleteProcThreadAttributeList(startup.lpAttributeList);
+  if (!started) throw NoProcess("CreateProcess");
+  Handle process(made.hProcess);
+  const Handle thread(made.hThread);
+  if (!AssignProcessToJobObject(job, process.get()) || ResumeThread(thread.get()) == static_cast<DWORD>(-1)) {
+    const Failure failure = NoProcess("AssignProcessToJobObject");
+    TerminateProcess(process.get(), 1);
+    throw failure;
+  }
+  return process;
+}
+
+// Writes `text` as far as the child takes it, and closes the pipe.
+void WriteAll(Handle pipe, const std::string& text) {
+  DWORD written = 0;
+  for (std::size_t at = 0; at < text.size(); at += written) {
+    const std::size_t piece = std::min<std::size_t>(text.size() - at, 65536);
+    if (!WriteFile(pipe.get(), text.data() + at, static_cast<DWORD>(piece), &written, nullptr)) return;
+  }
+}
+
+// Reads until no process holds the other end.
+void ReadAll(const Handle& pipe, std::string& text) {
+  char chunk[65536];
+  DWORD received = 0;
+  while (ReadFile(pipe.get(), chunk, sizeof chunk, &received, nullptr) && received > 0) text.append(chunk, received);
+}
+
+ChildEnd::How Await(HANDLE process, std::chrono::duration<double> timeout, const Interruption& interruption) {
+  const HANDLE awaited[] = {reinterpret_cast<HANDLE>(interruption.Waitable()), process};
+  const double milliseconds = std::clamp(timeout.count() * 1000, 0.0, 4e9);
+  switch (WaitForMultipleObjects(2, awaited, FALSE, static_cast<DWORD>(milliseconds))) {
+    case WAIT_OBJECT_0:
+      return ChildEnd::How::kInterrupted;
+    case WAIT_OBJECT_0 + 1:
+      return ChildEnd::How::kExited;
+    default:
+      return ChildEnd::How::kTimedOut;
+  }
+}
+
+LONG WINAPI EndWithItsCode(EXCEPTION_POINTERS* exception) {
+  TerminateProcess(GetCurrentProcess(), exception->ExceptionRecord->ExceptionCode);
+  return EXCEPTION_EXECUTE_HANDLER;
+}
+
+std::string ExceptionText(DWORD code) {
+  const char* meaning = code == EXCEPTION_ACCESS_VIOLATION      ? " (access violation)"
+                        : code == EXCEPTION_STACK_OVERFLOW      ? " (stack overflow)"
+                        : code == EXCEPTION_INT_DIVIDE_BY_ZERO  ? " (division by zero)"
+                        : code == EXCEPTION_ILLEGAL_INSTRUCTION ? " (illegal instruction)"
+                                                                : "";
+  return fmt::format("exception 0x{:08X}{}", code, meaning);
+}
+
+}  // namespace
+
+ChildEnd RunSelf(const std::string& command, const std::string& input, std::chrono::duration<double> timeout,
+                 const Interruption& interruption) {
+  Pipe request = NewPipe(), report = NewPipe();
+  const Handle job = NewJob();
+  const Handle process = StartSelf(command, request.reading.get(), report.writing.get(), job.get());
+  request.reading.reset();
+  report.writing.reset();
+
+  ChildEnd end;
+  {
+    const std::jthread writer([&] { WriteAll(std::move(request.writing), input); });
+    const std::jthread reader([&] { ReadAll(report.reading, end.output); });
+    end.how = Await(process.get(), timeout, interruption);
+    // Also what the child may have left behind: the threads wait for the last holder of a pipe.
+    TerminateJobObject(job.get(), 1);
+  }
+  if (end.how != ChildEnd::How::kExited) return end;
+  DWORD code = 0;
+  GetExitCodeProcess(process.get(), &code);
+  // The codes of exceptions are statuses of the severity "error".
+  constexpr DWORD kErrors = 0xC0000000;
+  if (code >= kErrors) {
+    end.how = ChildEnd::How::kCrashed;
+    end.crash = ExceptionText(code);
+  }
+  end.exitCode = static_cast<int>(code);
+  return end;
+}
+
+std::FILE* SeparateOutput() {
+  // A crash is told by rmthost, and not by a window that waits for somebody to close it, or a debugger.
+  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+  SetUnhandledExceptionFilter(EndWithItsCode);
+  const int own = _dup(_fileno(stdout));
+  if (own < 0) return nullptr;
+  // What the child starts has no part in it.
+  SetHandleInformation(reinterpret_cast<HANDLE>(_get_osfhandle(own)), HANDLE_FLAG_INHERIT, 0);
+  if (_dup2(_fileno(stderr), _fileno(stdout)) != 0) {
+    const int nothing = _open("NUL", _O_WRONLY);
+    if (nothing < 0 || _dup2(nothing, _fileno(stdout)) != 0) return nullptr;
+    _close(nothing);
+  }
+  SetStdHandle(STD_OUTPUT_HANDLE, reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stdout))));
+  _setmode(own, _O_BINARY);
+  return _fdopen(own, "wb");
+}
+
+}  // namespace host

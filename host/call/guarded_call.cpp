@@ -1,0 +1,112 @@
+#include "host/call/guarded_call.h"
+
+#include <fmt/format.h>
+
+#include <future>
+#include <thread>
+
+#include "host/call/child_process.h"
+#include "host/endpoints/endpoint_choice.h"
+#include "host/endpoints/platform.h"
+
+namespace host {
+namespace {
+
+using Seconds = std::chrono::duration<double>;
+
+// Longer than the platforms need to find out that the audio system is gone.
+constexpr std::chrono::seconds kRestoreTime{15};
+
+std::optional<Failure> FailureOf(const ChildEnd& end, Seconds timeout) {
+  switch (end.how) {
+    case ChildEnd::How::kTimedOut:
+      return Failure(ExitCode::kTimedOut,
+                     fmt::format("The module took longer than {} s, and was ended.", timeout.count()),
+                     "If it only needs more time, give it that with --timeout SECONDS.");
+    case ChildEnd::How::kInterrupted:
+      return Failure(ExitCode::kInterrupted, "Interrupted: the module was ended in the middle of its call.",
+                     "There is no result.");
+    case ChildEnd::How::kCrashed:
+      return Failure(ExitCode::kBroken, fmt::format("The module crashed: {}.", end.crash),
+                     "Its log may tell how far it came; 'rmthost version' shows the module and the log.");
+    case ChildEnd::How::kExited:
+      break;
+  }
+  if (end.exitCode == 0 && !end.output.empty()) return std::nullopt;
+  return Failure(ExitCode::kBroken, fmt::format("The module ended its process, with exit code {}.", end.exitCode),
+                 "Check with 'rmthost version' that this is the right module.");
+}
+
+CallReport ReportOf(const ChildEnd& end, Seconds timeout) {
+  CallReport report;
+  report.called = true;
+  report.failure = FailureOf(end, timeout);
+  if (report.failure.has_value()) return report;
+  try {
+    return ReadCallReport(end.output);
+  } catch (const Failure& failure) {
+    report.failure = failure;
+    return report;
+  }
+}
+
+std::vector<Endpoint> SettingsBefore(const CallRequest& request) {
+  const Platform platform(request.platform);
+  return TestedEndpoints(ReadEndpoints(), request.test, request.contract);
+}
+
+// On a connection of its own: the audio system may have gone and come back. And on a thread of its own: it may hang,
+// and rmthost must not.
+Restoration PutBackInTime(const std::string& platform, const std::vector<Endpoint>& saved) {
+  std::packaged_task<Restoration()> task([platform, saved] {
+    try {
+      const Platform connection(platform);
+      return PutBack(saved);
+    } catch (const Failure& failure) {
+      return FailedRestoration(saved, failure.message);
+    }
+  });
+  std::future<Restoration> done = task.get_future();
+  std::thread worker(std::move(task));
+  if (done.wait_for(kRestoreTime) == std::future_status::ready) {
+    worker.join();
+    return done.get();
+  }
+  worker.detach();
+  return FailedRestoration(saved, fmt::format("the audio system doesn't answer within {} s", kRestoreTime.count()));
+}
+
+}  // namespace
+
+GuardedCall CallGuarded(const CallRequest& request, Seconds timeout, const Interruption& interruption) {
+  const bool endsWithProcess = EndsWithProcess(request.platform);
+  std::vector<Endpoint> saved;
+  if (!endsWithProcess) saved = SettingsBefore(request);
+
+  const ChildEnd end = RunSelf(kModuleProcess, RequestJson(request), timeout, interruption);
+  GuardedCall call{.report = ReportOf(end, timeout), .restoration = {}};
+  if (!call.report.called) throw Failure(*call.report.failure);
+  if (!endsWithProcess) {
+    call.restoration = PutBackInTime(request.platform, saved);
+  } else if (call.report.restoration.has_value()) {
+    call.restoration = *call.report.restoration;
+  } else {
+    call.restoration.notNeeded = "the virtual machine ended with the module's process";
+  }
+  return call;
+}
+
+Answer CheckGuarded(const CheckRequest& request, Seconds timeout) {
+  const Interruption interruption;
+  const ChildEnd end = RunSelf(kModuleProcess, RequestJson(request), timeout, interruption);
+  const std::optional<Failure> failure = FailureOf(end, timeout);
+  if (failure.has_value()) throw Failure(*failure);
+  return ReadAnswer(end.output);
+}
+
+Failure NotRestored(const Restoration& restoration) {
+  return {ExitCode::kNotRestored, fmt::format("The settings could not be put back ({}).", RestorationText(restoration)),
+          "Set them by hand in the system's sound settings."};
+}
+
+}  // namespace host

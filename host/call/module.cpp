@@ -1,0 +1,79 @@
+#include "host/call/module.h"
+
+#include <fmt/format.h>
+
+#include <cstdlib>
+#include <memory>
+#include <stdexcept>
+
+#include "host/base/failure.h"
+#include "host/base/system.h"
+#include "text/utf.h"
+
+namespace host {
+namespace {
+
+constexpr const char* kModuleAdvice = "Give the module's file with --module FILE.";
+
+struct Free {
+  void operator()(char16_t* text) const { std::free(text); }
+};
+
+LoadedLibrary Load(const std::filesystem::path& file) {
+  std::error_code unknown;
+  if (!std::filesystem::exists(file, unknown)) {
+    throw Failure(ExitCode::kBroken, fmt::format("There is no module '{}'.", text::Utf8FromPath(file)), kModuleAdvice);
+  }
+  try {
+    return LoadedLibrary(file);
+  } catch (const std::runtime_error& error) {
+    throw Failure(ExitCode::kBroken, fmt::format("'{}' can't be loaded: {}.", text::Utf8FromPath(file), error.what()),
+                  kModuleAdvice);
+  }
+}
+
+}  // namespace
+
+std::filesystem::path DefaultModuleFile() {
+  const std::filesystem::path program = ProgramDirectory();
+  const std::filesystem::path places[] = {
+      (program / ".." / "lib" / ZQRMT_MODULE_FILE).lexically_normal(),
+      (program / ".." / ZQRMT_INSTALL_LIBDIR / ZQRMT_MODULE_FILE).lexically_normal(),
+      program / ZQRMT_MODULE_FILE,
+  };
+  for (const std::filesystem::path& place : places) {
+    std::error_code unknown;
+    if (std::filesystem::exists(place, unknown)) return place;
+  }
+  return places[0];
+}
+
+std::filesystem::path LogFile() {
+  return LogDirectory() / "ZQRMLOG.LOG";
+}
+
+Module::Module(const std::filesystem::path& file)
+    : library_(Load(file)), play_(Find(file, "AudioPlaybackTest")), record_(Find(file, "AudioRecordTest")) {}
+
+Module::Export Module::Find(const std::filesystem::path& file, const char* name) const {
+  void* address = library_.Symbol(name);
+  if (address == nullptr) {
+    throw Failure(ExitCode::kBroken,
+                  fmt::format("'{}' is no audio test module: it doesn't export {}.", text::Utf8FromPath(file), name),
+                  kModuleAdvice);
+  }
+  return reinterpret_cast<Export>(address);
+}
+
+std::string Module::Call(Test test, const std::string& contract) const {
+  const Export run = test == Test::kPlay ? play_ : record_;
+  const std::unique_ptr<char16_t, Free> reply(run(text::ToUtf16(contract).c_str()));
+  if (reply == nullptr) {
+    throw Failure(ExitCode::kBroken, "The module gave no reply.",
+                  fmt::format("Check that the log directory '{}' is a directory that can be created, read and written.",
+                              text::Utf8FromPath(LogDirectory())));
+  }
+  return text::ToUtf8(reply.get());
+}
+
+}  // namespace host

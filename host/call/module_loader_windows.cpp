@@ -1,0 +1,23 @@
+#include <windows.h>
+
+#include <stdexcept>
+#include <system_error>
+
+#include "host/call/module_loader.h"
+#include "platform/windows/machine_front.h"
+
+namespace host {
+
+LoadedLibrary::LoadedLibrary(const std::filesystem::path& file)
+    : handle_(LoadLibraryW(std::filesystem::absolute(file).c_str())) {
+  if (handle_ == nullptr) {
+    throw std::runtime_error(std::system_category().message(static_cast<int>(GetLastError())));
+  }
+  virtual_audio::PutMachineInFrontOf(static_cast<HMODULE>(handle_));
+}
+
+void* LoadedLibrary::Symbol(const char* name) const {
+  return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(handle_), name));
+}
+
+}  // namespace host

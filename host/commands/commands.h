@@ -1,0 +1,53 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "host/base/answer.h"
+#include "host/base/text_output.h"
+#include "host/call/guarded_call.h"
+#include "host/contract/contract.h"
+#include "host/report/judgement.h"
+
+namespace host {
+
+// What the command line asks for.
+struct Options {
+  enum class Command { kList, kPlay, kRecord, kRepeat, kRun, kCheck, kVersion, kCompletion, kManPage };
+
+  Command command = Command::kList;
+  Test test = Test::kPlay;              // play, record, repeat, run
+  std::string names;                    // list: "render" or "capture": just these, for a shell; else empty
+  std::optional<std::string> endpoint;  // play, record, repeat: the endpoint under test
+  std::optional<std::string> render;    // record: the endpoint that the tone is played on
+  Limits limits;                        // record: as given
+  std::optional<std::string> plot;      // record: the file to draw into
+  bool noPlot = false;                  // record: no drawing on the terminal
+  int runs = 10;                        // repeat
+  bool failFast = false;                // repeat
+  std::string contract;                 // run, check: a file, or "-" for standard input
+  bool all = false;                     // check: every finding in the text, not the first few of each kind
+  std::string shell;                    // completion
+  std::string platform = "auto";
+  std::optional<std::string> module;
+  double timeout = kDefaultTimeout;  // seconds
+  bool json = false;
+  bool quiet = false;
+  bool verbose = false;
+};
+
+// Each carries its command out and gives its answer, the text in `style`. Failure is thrown.
+Answer ListEndpoints(const Options& options);
+Answer TestEndpoints(const Options& options, const Style& style);
+Answer RepeatTest(const Options& options, const Style& style);
+Answer RunContract(const Options& options, const Style& style);
+Answer CheckContract(const Options& options);
+Answer ShowVersion(const Options& options);
+// From the command line's own description, command_line.h.
+Answer ShowCompletion(const Options& options);
+Answer ShowManPage();
+
+// The part of CheckContract that calls the module. The request's contract must have an object CoreData.
+Answer CheckInProcess(const CheckRequest& request);
+
+}  // namespace host

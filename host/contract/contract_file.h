@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "host/base/failure.h"
+#include "host/contract/contract.h"
+
+namespace host {
+
+// The text of the contract in the file `name`, or, when that is "-", on standard input: valid UTF-8 without a NUL.
+// Throws Failure.
+std::string ReadContract(const std::string& name);
+
+// The contract `name` isn't JSON; `advice` says what to do about it.
+Failure NotJson(const std::string& name, const JsonFault& fault, const std::string& advice);
+
+}  // namespace host

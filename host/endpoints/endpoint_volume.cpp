@@ -1,0 +1,62 @@
+#include "host/endpoints/endpoint_volume.h"
+
+#include "text/utf.h"
+
+namespace host {
+
+EndpointVolume::EndpointVolume(IMMDevice& device) {
+  const IID& iid = core_audio::InterfaceId<IAudioEndpointVolume>();
+  if (FAILED(device.Activate(iid, CLSCTX_ALL, nullptr, volume_.ReceiveAny()))) volume_.Reset();
+}
+
+std::optional<EndpointVolume> EndpointVolume::Of(Flow flow, const std::string& id) {
+  ComPtr<IMMDeviceEnumerator> enumerator;
+  ComPtr<IMMDeviceCollection> devices;
+  UINT count = 0;
+  if (FAILED(CoCreateInstance(core_audio::EnumeratorClass(), nullptr, CLSCTX_ALL,
+                              core_audio::InterfaceId<IMMDeviceEnumerator>(), enumerator.ReceiveAny())) ||
+      FAILED(enumerator->EnumAudioEndpoints(flow == Flow::kRender ? eRender : eCapture, DEVICE_STATE_ACTIVE,
+                                            devices.Receive())) ||
+      FAILED(devices->GetCount(&count))) {
+    return std::nullopt;
+  }
+  for (UINT index = 0; index < count; ++index) {
+    ComPtr<IMMDevice> device;
+    LPWSTR text = nullptr;
+    if (FAILED(devices->Item(index, device.Receive())) || FAILED(device->GetId(&text))) continue;
+    const bool isIt = text::ToUtf8(core_audio::TextFrom(text)) == id;
+    CoTaskMemFree(text);
+    if (isIt) return EndpointVolume(*device.Get());
+  }
+  return std::nullopt;
+}
+
+std::optional<bool> EndpointVolume::Muted() const {
+  BOOL muted = FALSE;
+  if (!volume_ || FAILED(volume_->GetMute(&muted))) return std::nullopt;
+  return muted != FALSE;
+}
+
+std::vector<float> EndpointVolume::Levels() const {
+  UINT channels = 0;
+  if (!volume_ || FAILED(volume_->GetChannelCount(&channels))) return {};
+  std::vector<float> levels(channels);
+  for (UINT channel = 0; channel < channels; ++channel) {
+    if (FAILED(volume_->GetChannelVolumeLevelScalar(channel, &levels[channel]))) return {};
+  }
+  return levels;
+}
+
+bool EndpointVolume::SetMuted(bool muted) const {
+  return volume_ && SUCCEEDED(volume_->SetMute(muted ? TRUE : FALSE, nullptr));
+}
+
+bool EndpointVolume::SetLevels(const std::vector<float>& levels) const {
+  if (!volume_) return false;
+  for (UINT channel = 0; channel < levels.size(); ++channel) {
+    if (FAILED(volume_->SetChannelVolumeLevelScalar(channel, levels[channel], nullptr))) return false;
+  }
+  return true;
+}
+
+}  // namespace host

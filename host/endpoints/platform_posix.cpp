@@ -1,0 +1,34 @@
+#include "host/endpoints/platform.h"
+
+#include <fmt/format.h>
+
+#include "host/base/failure.h"
+#include "platform/audio_platform.h"
+#include "platform/core_audio.h"
+
+namespace host {
+
+const char* const kSystemPlatform = "pulse";
+const char* const kPlatformHelp =
+    "'pulse' for the sound server, PulseAudio or PipeWire, 'pulse:SERVER' for the one at that address, 'virtual' for "
+    "the "
+    "built-in virtual machine, 'virtual:FILE' for the one described in FILE, or 'auto' for 'pulse' if that answers, "
+    "else "
+    "'virtual'";
+
+Platform::Platform(const std::string& description) {
+  const std::int32_t status = AudioPlatformInitialize(description.c_str());
+  if (status == S_OK) return;
+  const std::string message = fmt::format("The platform '{}' can't be used: {}", description, AudioPlatformError());
+  if (status == E_INVALIDARG) {
+    throw Failure(ExitCode::kBadInput, message, fmt::format("--platform takes {}.", kPlatformHelp));
+  }
+  throw Failure(ExitCode::kBroken, message,
+                "Check that the sound server runs for this user; '--platform virtual' needs none.");
+}
+
+Platform::~Platform() {
+  AudioPlatformUninitialize();
+}
+
+}  // namespace host

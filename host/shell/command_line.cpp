@@ -1,0 +1,242 @@
+#include "host/shell/command_line.h"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+
+#include "host/call/guarded_call.h"
+#include "host/endpoints/platform.h"
+
+namespace host {
+namespace {
+
+constexpr const char* kFurtherOptions = "The options of 'rmthost --help' are taken here too.\n";
+constexpr const char* kContractHelp = "A file of JSON, UTF-8 or UTF-16LE with a byte order mark; - for standard input";
+
+constexpr int kMostRuns = 100000;
+
+constexpr const char* kCheckHelp =
+    "Shows by JSON Pointer what came back changed, what was dropped or added, and which keys are named twice, of "
+    "which\n"
+    "the module takes the first. Numbers are compared by kind and value: 4 is not 4.0, but 1.50 is 1.5. Lists are\n"
+    "compared by position; but elements that a list skips for their kind, and entries of a DevList outside the page\n"
+    "that CurrentIndex asks for, are dropped from where they stand. A default is what the module gives for a key when\n"
+    "the record around it is empty.\n"
+    "\n"
+    "No audio test is run, whatever the contract holds, and --platform isn't used. The contract goes through\n"
+    "AudioRecordTest twice, which tests nothing without a DeviceInstanceID or without AudioData: once with an empty\n"
+    "DeviceInstanceID put in front of those in DeviceInfo, and once with an AudioData of null. Each of the two comes\n"
+    "from the reply to the other call. A contract without DeviceInfo gets an empty one, which isn't shown.\n"
+    "The module logs these calls as any other.\n"
+    "\n"
+    "Exit codes: 0 nothing but defaults was added, 1 anything else was found, 2 the text is no contract.\n";
+
+constexpr const char* kDescription =
+    "Runs the audio tests of ZQRMTTestsAudio and shows what they say.\n"
+    "An endpoint is named by its id, its name, or an unambiguous piece of either.";
+
+CLI::Option* AddText(CLI::App& app, const std::string& name, std::optional<std::string>& target,
+                     const std::string& description) {
+  // By way of a function: CLI11 would take an empty text for no text.
+  return app.add_option_function<std::string>(
+      name, [&target](const std::string& text) { target = text; }, description);
+}
+
+// Numbers that are none, such as "nan", don't lie between any limits.
+CLI::Validator Between(double least, double most) {
+  return CLI::Validator(
+      [least, most](const std::string& text) {
+        double number = 0.0;
+        const bool isIn = CLI::detail::lexical_cast(text, number) && number >= least && number <= most;
+        return isIn ? std::string() : fmt::format("'{}' is no number from {} to {}", text, least, most);
+      },
+      fmt::format("{} to {}", least, most));
+}
+
+CLI::App* AddPlay(CLI::App& parent, Options& options) {
+  CLI::App* play = parent.add_subcommand("play", "Play a tone of one second on a render endpoint");
+  play->footer(kFurtherOptions);
+  AddText(*play, "ENDPOINT", options.endpoint, "The render endpoint; without it the default one");
+  return play;
+}
+
+CLI::App* AddRecord(CLI::App& parent, Options& options) {
+  CLI::App* record =
+      parent.add_subcommand("record", "Record from a capture endpoint and measure the largest amplitude");
+  record->footer(kFurtherOptions);
+  AddText(*record, "CAPTURE", options.endpoint, "The capture endpoint; without it the default one");
+  AddText(*record, "--render", options.render,
+          "The render endpoint that plays a tone meanwhile; without it the test listens for three seconds")
+      ->option_text("ENDPOINT");
+  record
+      ->add_option("--min-peak", options.limits.minPeak,
+                   fmt::format("The least peak that passes, 0 to 1; with --render {} when not given", kDefaultMinPeak))
+      ->option_text("PEAK")
+      ->check(Between(0, 1));
+  record
+      ->add_option(
+          "--max-peak", options.limits.maxPeak,
+          fmt::format("The largest peak that passes, 0 to 1; with --render {} when not given", kDefaultMaxPeak))
+      ->option_text("PEAK")
+      ->check(Between(0, 1));
+  return record;
+}
+
+void AddCommands(CLI::App& app, Options& options) {
+  using Command = Options::Command;
+  const auto answer = [&options](CLI::App* command, Command meaning, std::optional<Test> test = std::nullopt) {
+    command->callback([&options, meaning, test] {
+      options.command = meaning;
+      if (test.has_value()) options.test = *test;
+    });
+  };
+  const auto add = [&](Command command, const std::string& description) {
+    CLI::App* added = app.add_subcommand(CommandWord(command), description);
+    added->footer(kFurtherOptions);
+    answer(added, command);
+    return added;
+  };
+  CLI::App* list = add(Command::kList, "Show the endpoints");
+  // For the scripts that `completion` prints.
+  list->add_option("--names", options.names)->check(CLI::IsMember({"render", "capture"}))->group("");
+
+  answer(AddPlay(app, options), Command::kPlay, Test::kPlay);
+  CLI::App* record = AddRecord(app, options);
+  answer(record, Command::kRecord, Test::kRecord);
+  AddText(*record, "--plot", options.plot, "Draw what was heard, waveform and spectrum, into an SVG file")
+      ->option_text("FILE");
+  record->add_flag("--no-plot", options.noPlot, "Draw nothing on the terminal")->disable_flag_override();
+
+  CLI::App* repeat = app.add_subcommand(CommandWord(Command::kRepeat), "Run a test several times and sum it up");
+  repeat->footer(kFurtherOptions);
+  repeat->add_option("-n,--runs", options.runs, "How many times; 10 when not given")
+      ->option_text("N")
+      ->check(CLI::Range(1, kMostRuns));
+  repeat->add_flag("--fail-fast", options.failFast, "End at the first run that doesn't pass")->disable_flag_override();
+  answer(AddPlay(*repeat, options), Command::kRepeat, Test::kPlay);
+  answer(AddRecord(*repeat, options), Command::kRepeat, Test::kRecord);
+  repeat->require_subcommand(1);
+
+  CLI::App* run = add(Command::kRun, "Hand a data contract to the module as it is, and print its reply as it is");
+  run->add_option_function<std::string>(
+         "TEST", [&options](const std::string& test) { options.test = test == "play" ? Test::kPlay : Test::kRecord; },
+         "play or record")
+      ->required()
+      ->check([](const std::string& test) {
+        return test == "play" || test == "record" ? "" : "'" + test + "' is no test: play and record are";
+      });
+  run->add_option("CONTRACT", options.contract, kContractHelp)->required();
+
+  CLI::App* check = add(Command::kCheck, "Show what a data contract loses, gains or has changed in the module");
+  check->add_option("CONTRACT", options.contract, kContractHelp)->required();
+  check->add_flag("--all", options.all, "Show every finding, not just the first 20 of each kind")
+      ->disable_flag_override();
+  check->footer(std::string(kCheckHelp) + "\n" + kFurtherOptions);
+
+  add(Command::kVersion, "Show the versions and files in use");
+
+  CLI::App* completion = add(Command::kCompletion, "Print the script that lets a shell complete rmthost's commands");
+  completion->add_option("SHELL", options.shell, "bash, zsh or fish")
+      ->required()
+      ->check(CLI::IsMember({"bash", "zsh", "fish"}));
+  add(Command::kManPage, "Print the manual page")->group("");
+}
+
+void AddOptions(CLI::App& app, Options& options) {
+  app.add_option("--platform", options.platform,
+                 fmt::format("The audio platform: {}. 'auto' when not given", kPlatformHelp))
+      ->option_text("NAME");
+  AddText(app, "--module", options.module, "The test module; without it the one beside rmthost")->option_text("FILE");
+  app.add_option(
+         "--timeout", options.timeout,
+         fmt::format("The module's time for one call, after which it is ended; {} when not given", kDefaultTimeout))
+      ->option_text("SECONDS")
+      ->check(Between(kShortestTimeout, kLongestTimeout));
+  app.add_flag("--json", options.json, "Write one JSON document to standard output, also for errors")
+      ->disable_flag_override();
+  app.add_flag("--quiet", options.quiet, "Print nothing but errors; the exit code tells")->disable_flag_override();
+  app.add_flag("--verbose", options.verbose, "Show what the module wrote to its log during the test")
+      ->disable_flag_override();
+}
+
+// The command that the help was asked for.
+HelpText HelpOf(const CLI::App& app) {
+  const CLI::App* command = &app;
+  std::string path;
+  while (!command->get_subcommands().empty()) {
+    path += (path.empty() ? "" : " ") + command->get_name();
+    command = command->get_subcommands().front();
+  }
+  return {command->help(path)};
+}
+
+void RequireOrderedLimits(const Limits& limits) {
+  if (!limits.minPeak.has_value() || !limits.maxPeak.has_value() || *limits.minPeak <= *limits.maxPeak) return;
+  throw Failure(ExitCode::kBadInput, "No peak can pass: --min-peak is above --max-peak.", "Give a lower --min-peak.");
+}
+
+}  // namespace
+
+void BuildCommandLine(CLI::App& app, Options& options) {
+  app.name("rmthost");
+  app.description(kDescription);
+  // On every system "/x" is a path.
+  app.allow_windows_style_options(false);
+  // The options below are taken behind the command too.
+  app.fallthrough();
+  AddOptions(app, options);
+  AddCommands(app, options);
+  app.require_subcommand(1);
+  app.footer(kExitCodesHelp);
+}
+
+std::variant<Options, HelpText> ParseCommandLine(std::vector<std::string> arguments) {
+  Options options;
+  CLI::App app;
+  BuildCommandLine(app, options);
+
+  // CLI11 takes the arguments from the end of the list.
+  std::reverse(arguments.begin(), arguments.end());
+  try {
+    app.parse(std::move(arguments));
+  } catch (const CLI::CallForHelp&) {
+    return HelpOf(app);
+  } catch (const CLI::ParseError& error) {
+    throw Failure(ExitCode::kBadInput, std::string("The command line can't be used: ") + error.what() + ".",
+                  "'rmthost --help' shows the commands and options.");
+  }
+  RequireOrderedLimits(options.limits);
+  return options;
+}
+
+bool HasFlag(const std::vector<std::string>& arguments, const std::string& flag) {
+  const auto end = std::find(arguments.begin(), arguments.end(), "--");
+  return std::find(arguments.begin(), end, flag) != end;
+}
+
+const char* CommandWord(Options::Command command) {
+  switch (command) {
+    case Options::Command::kList:
+      return "list";
+    case Options::Command::kPlay:
+      return "play";
+    case Options::Command::kRecord:
+      return "record";
+    case Options::Command::kRepeat:
+      return "repeat";
+    case Options::Command::kRun:
+      return "run";
+    case Options::Command::kCheck:
+      return "check";
+    case Options::Command::kVersion:
+      return "version";
+    case Options::Command::kCompletion:
+      return "completion";
+    case Options::Command::kManPage:
+      break;
+  }
+  return "man-page";
+}
+
+}  // namespace host

@@ -1,0 +1,106 @@
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <string>
+#include <string_view>
+#include <thread>
+
+#include "platform/audio_platform.h"
+#include "platform/core_audio.h"
+#include "platform/platform.h"
+#include "platform/property.h"
+#include "platform/pulse/pulse_platform.h"
+#include "platform/virtual/virtual_platform.h"
+
+namespace {
+
+thread_local std::unique_ptr<platform::Platform> t_platform;
+thread_local std::string t_error;
+
+std::unique_ptr<platform::Platform> MakePlatform(std::string_view description) {
+  constexpr std::string_view kVirtualFile = "virtual:";
+  constexpr std::string_view kPulseServer = "pulse:";
+  if (description == "virtual") return virtual_audio::BuiltInPlatform();
+  if (description.starts_with(kVirtualFile)) {
+    return virtual_audio::PlatformFromFile(std::string(description.substr(kVirtualFile.size())));
+  }
+  if (description == "pulse") return pulse_audio::PlatformOn("");
+  if (description.starts_with(kPulseServer)) {
+    description.remove_prefix(kPulseServer.size());
+    // To libpulse this would mean to look by itself.
+    if (description.empty()) throw platform::PlatformError("\"pulse:\" names no sound server.");
+    return pulse_audio::PlatformOn(std::string(description));
+  }
+  throw platform::PlatformError("There is no audio platform \"" + std::string(description) +
+                                "\"; there are \"virtual\", \"virtual:FILE\", \"pulse\" and \"pulse:SERVER\".");
+}
+
+}  // namespace
+
+namespace core_audio {
+
+HRESULT CoCreateInstance(REFCLSID classId, IUnknown* outer, DWORD, REFIID interface, void** object) {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  if (t_platform == nullptr) return CO_E_NOTINITIALIZED;
+  return t_platform->CreateInstance(classId, outer, interface, object);
+}
+
+HRESULT PropVariantClear(PROPVARIANT* value) {
+  return t_platform == nullptr ? platform::ReleaseProperty(value) : t_platform->ClearProperty(value);
+}
+
+void* CoTaskMemAlloc(std::size_t bytes) {
+  return std::malloc(bytes);
+}
+void CoTaskMemFree(void* memory) {
+  std::free(memory);
+}
+
+void Sleep(DWORD milliseconds) {
+  if (t_platform != nullptr) return t_platform->Wait(milliseconds);
+  std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
+}  // namespace core_audio
+
+std::int32_t AudioPlatformInitialize(const char* description) {
+  try {
+    t_error.clear();
+    if (description == nullptr) throw platform::PlatformError("No audio platform is named.");
+    t_platform = MakePlatform(description);
+    return S_OK;
+  } catch (const platform::PlatformError& error) {
+    try {
+      t_error = error.what();
+    } catch (const std::bad_alloc&) {
+      return E_OUTOFMEMORY;
+    }
+    return error.Status();
+  } catch (...) {
+    // Whatever else is thrown in here comes from the allocator. This sentence needs no memory of its own.
+    t_error = "Out of memory.";
+    return E_OUTOFMEMORY;
+  }
+}
+
+void AudioPlatformUninitialize() {
+  t_platform.reset();
+}
+
+char* AudioPlatformState() {
+  if (t_platform == nullptr) return nullptr;
+  try {
+    const std::string state = t_platform->State();
+    auto* text = static_cast<char*>(std::malloc(state.size() + 1));
+    if (text != nullptr) std::memcpy(text, state.c_str(), state.size() + 1);
+    return text;
+  } catch (...) {
+    return nullptr;
+  }
+}
+
+const char* AudioPlatformError() {
+  return t_error.c_str();
+}

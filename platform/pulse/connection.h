@@ -1,0 +1,92 @@
+#pragma once
+
+#include <pulse/pulseaudio.h>
+#include <string>
+
+#include "platform/core_audio.h"
+
+namespace pulse_audio {
+
+// One connection to a sound server, with the thread on which libpulse carries it. The platform and every object that it
+// hands out share it; it ends with the last of them.
+//
+// Nothing is waited for without a limit. A server that doesn't answer within kAnswerTime is given up: from then on
+// every request fails at once, so that an operation, and all that its caller does after it, end soon.
+class Connection {
+ public:
+  static constexpr pa_usec_t kAnswerTime = 2 * PA_USEC_PER_SEC;
+
+  // Connects to the server that libpulse would call by this text, or, when it is empty, where libpulse looks by itself.
+  // Starts no server. Throws platform::PlatformError when none answers, and std::bad_alloc.
+  explicit Connection(const std::string& server);
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+  ~Connection();
+
+  // Holds libpulse's thread off; whatever follows needs it. It may be held twice, but not while something is waited
+  // for.
+  class Lock {
+   public:
+    explicit Lock(const Connection& connection) : loop_(connection.loop_) { pa_threaded_mainloop_lock(loop_); }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+    ~Lock() { pa_threaded_mainloop_unlock(loop_); }
+
+   private:
+    pa_threaded_mainloop* loop_;
+  };
+
+  pa_context* Context() const { return context_; }
+  bool IsAlive() const { return PA_CONTEXT_IS_GOOD(pa_context_get_state(context_)); }
+
+  // Waits until the condition holds; false when `time` (in microseconds) has passed, or the connection ended, before.
+  // The condition is tried again whenever a state changes or WakeUp is called.
+  template <class Condition>
+  bool WaitUntil(pa_usec_t time, Condition condition) {
+    const TimeLimit limit(*this, time);
+    while (!condition()) {
+      if (limit.HasPassed() || !IsAlive()) return false;
+      pa_threaded_mainloop_wait(loop_);
+    }
+    return true;
+  }
+  // For callbacks on libpulse's thread.
+  void WakeUp() const { pa_threaded_mainloop_signal(loop_, 0); }
+
+  // Waits for the answer to a request, whose callback has put PA_OK or the server's error into `error` by then. A null
+  // request is one that couldn't be made. Gives the status of that, as StatusOf.
+  HRESULT Finish(pa_operation* request, const int& error);
+
+  // The status for an error of libpulse: AUDCLNT_E_SERVICE_NOT_RUNNING for any error once the connection has ended,
+  // AUDCLNT_E_DEVICE_INVALIDATED when what was asked for isn't there any more.
+  HRESULT StatusOf(int error) const;
+
+  // Ends the connection with a server that has not answered in time.
+  void GiveUp() { pa_context_disconnect(context_); }
+
+ private:
+  class TimeLimit {
+   public:
+    TimeLimit(const Connection& connection, pa_usec_t time);
+    TimeLimit(const TimeLimit&) = delete;
+    TimeLimit& operator=(const TimeLimit&) = delete;
+    ~TimeLimit();
+    bool HasPassed() const { return hasPassed_ || event_ == nullptr; }
+
+   private:
+    const Connection& connection_;
+    bool hasPassed_ = false;
+    pa_time_event* event_;  // null when there is no memory for it: then no time is given at all
+  };
+
+  void Connect(const std::string& server);
+  void End();
+
+  pa_threaded_mainloop* loop_ = nullptr;
+  pa_context* context_ = nullptr;
+};
+
+// The callback of requests that are only answered by success or failure; `error` is the int of Finish.
+void NoteSuccess(pa_context* context, int success, void* error) noexcept;
+
+}  // namespace pulse_audio

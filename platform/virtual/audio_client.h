@@ -1,0 +1,14 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/core_audio.h"
+#include "platform/virtual/machine.h"
+
+namespace virtual_audio {
+
+// Hands out a new audio client for the endpoint. Its stream ends with its last reference; a service of the stream is a
+// reference to it. Throws std::bad_alloc.
+HRESULT NewAudioClient(const std::shared_ptr<Machine>& machine, Endpoint& endpoint, IAudioClient** client);
+
+}  // namespace virtual_audio

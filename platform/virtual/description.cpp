@@ -1,0 +1,195 @@
+#include "platform/virtual/description.h"
+
+#include <rapidjson/document.h>
+#include <rapidjson/error/en.h>
+#include <rapidjson/memorystream.h>
+#include <rapidjson/reader.h>
+#include <utf8/checked.h>
+#include <algorithm>
+#include <iterator>
+#include <unordered_map>
+
+#include "platform/platform.h"
+#include "platform/virtual/description_node.h"
+#include "platform/virtual/operation.h"
+
+namespace virtual_audio {
+
+namespace {
+
+constexpr std::int64_t kHighestWord = 0xFFFFFFFF;
+
+// The rest of a description, for what refers to an endpoint.
+struct EndpointTable {
+  std::vector<EndpointDescription>& endpoints;
+  std::unordered_map<std::string, std::size_t> places;
+};
+
+WideText Wide(const std::string& text) {
+  WideText wide;
+  utf8::utf8to16(text.begin(), text.end(), std::back_inserter(wide));
+  return wide;
+}
+
+SampleFormat ReadFormat(const Node& node) {
+  constexpr std::string_view kKeys[] = {"tag", "channels", "rate", "bits", "validBits", "channelMask"};
+  constexpr std::string_view kTags[] = {"pcm", "float", "extensible"};
+  constexpr WORD kTagValues[] = {WAVE_FORMAT_PCM, WAVE_FORMAT_IEEE_FLOAT, WAVE_FORMAT_EXTENSIBLE};
+  node.AllowKeys(kKeys);
+  SampleFormat format;
+  format.tag = kTagValues[node["tag"].ChoiceOr(0, kTags)];
+  format.isFloat = format.tag == WAVE_FORMAT_IEEE_FLOAT;
+  format.channels = static_cast<WORD>(node["channels"].WholeNumberOr(format.channels, 1, SampleFormat::kMostChannels));
+  format.rate = static_cast<DWORD>(
+      node["rate"].WholeNumberOr(format.rate, SampleFormat::kLowestRate, SampleFormat::kHighestRate));
+  format.bits = static_cast<WORD>(node["bits"].WholeNumberOr(format.isFloat ? 32 : 16, format.isFloat ? 32 : 8, 32));
+  if (format.bits % 8 != 0) node["bits"].Refuse("must be 8, 16, 24 or 32");
+  if (format.tag != WAVE_FORMAT_EXTENSIBLE) {
+    for (const std::string_view key : {"validBits", "channelMask"}) {
+      if (node[key].IsThere()) node[key].Refuse("only a format with the tag \"extensible\" has it");
+    }
+  }
+  format.validBits = static_cast<WORD>(node["validBits"].WholeNumberOr(format.bits, 1, format.bits));
+  // Front centre, or front left and right; with more channels the speakers stay unnamed.
+  const DWORD usualMask = format.channels == 1 ? 4 : format.channels == 2 ? 3 : 0;
+  format.channelMask = static_cast<DWORD>(node["channelMask"].WholeNumberOr(usualMask, 0, kHighestWord));
+  return format;
+}
+
+void ReadClosest(const Node& node, EndpointDescription& endpoint) {
+  if (!node.IsThere() || node.IsNull()) return;
+  endpoint.takesEveryPcm = false;
+  if (!node.IsText("none")) endpoint.closest = ReadFormat(node);
+}
+
+void ReadDefaultRoles(const Node& node, EndpointDescription& endpoint, const EndpointTable& table) {
+  constexpr std::string_view kRoles[] = {"console", "multimedia", "communications"};
+  for (const Node& element : node.Elements()) {
+    const auto role = static_cast<ERole>(element.Choice(kRoles));
+    if (endpoint.state != DEVICE_STATE_ACTIVE) element.Refuse("an endpoint that isn't active can't be a default");
+    const auto holdsRole = [&](const EndpointDescription& other) {
+      return other.flow == endpoint.flow &&
+             std::find(other.defaultRoles.begin(), other.defaultRoles.end(), role) != other.defaultRoles.end();
+    };
+    if (holdsRole(endpoint) || std::any_of(table.endpoints.begin(), table.endpoints.end(), holdsRole)) {
+      element.Refuse("this role's default is already given");
+    }
+    endpoint.defaultRoles.push_back(role);
+  }
+}
+
+EndpointDescription ReadEndpoint(const Node& node, EndpointTable& table) {
+  constexpr std::string_view kKeys[] = {"id",    "name",  "flow",   "state",   "default", "levels",
+                                        "muted", "noise", "format", "closest", "hears"};
+  constexpr std::string_view kFlows[] = {"render", "capture"};
+  constexpr std::string_view kStates[] = {"active", "disabled", "notpresent", "unplugged"};
+  constexpr DWORD kStateValues[] = {DEVICE_STATE_ACTIVE, DEVICE_STATE_DISABLED, DEVICE_STATE_NOTPRESENT,
+                                    DEVICE_STATE_UNPLUGGED};
+  node.AllowKeys(kKeys);
+  EndpointDescription endpoint;
+  const std::string id = node["id"].Text();
+  if (!table.places.emplace(id, table.endpoints.size()).second) node["id"].Refuse("another endpoint has this id");
+  endpoint.id = Wide(id);
+  endpoint.name = node["name"].IsThere() ? Wide(node["name"].Text()) : endpoint.id;
+  endpoint.flow = static_cast<EDataFlow>(node["flow"].Choice(kFlows));
+  endpoint.state = kStateValues[node["state"].ChoiceOr(0, kStates)];
+  ReadDefaultRoles(node["default"], endpoint, table);
+  if (node["format"].IsThere()) endpoint.format = ReadFormat(node["format"]);
+  if (!node["levels"].IsThere()) endpoint.levels.assign(endpoint.format.channels, 1.0F);
+  for (const Node& level : node["levels"].Elements()) {
+    endpoint.levels.push_back(static_cast<float>(level.NumberOr(0.0, 0.0, 1.0)));
+  }
+  endpoint.muted = node["muted"].BooleanOr(false);
+  ReadClosest(node["closest"], endpoint);
+  for (const std::string_view key : {"noise", "hears"}) {
+    if (node[key].IsThere() && endpoint.flow != eCapture) node[key].Refuse("only a capture endpoint has it");
+  }
+  endpoint.noise = node["noise"].NumberOr(0.0, 0.0, 1.0);
+  return endpoint;
+}
+
+Hearing ReadHearing(const Node& node, const EndpointTable& table) {
+  constexpr std::string_view kKeys[] = {"endpoint", "gain", "delayMs"};
+  node.AllowKeys(kKeys);
+  const Node target = node["endpoint"];
+  const auto place = table.places.find(target.Text());
+  if (place == table.places.end()) target.Refuse("no endpoint has this id");
+  if (table.endpoints[place->second].flow != eRender) target.Refuse("is not a render endpoint");
+  return {.endpoint = place->second,
+          .gain = node["gain"].NumberOr(1.0, -16.0, 16.0),
+          .delay = node["delayMs"].WholeNumberOr(0, 0, 10000) * kMillisecond};
+}
+
+Fault ReadFault(const Node& node) {
+  constexpr std::string_view kKeys[] = {"operation", "call", "status", "sticky"};
+  node.AllowKeys(kKeys);
+  const Node operation = node["operation"];
+  node["status"].MustBeThere();
+  if (operation.IsText("Sleep")) operation.Refuse("Sleep has no status, so it can't fail");
+  return {.operation = operation.Choice(kOperations),
+          .call = node["call"].WholeNumberOr(1, 1, kHighestWord),
+          .status = static_cast<HRESULT>(node["status"].WholeNumberOr(0, INT32_MIN, INT32_MAX)),
+          .sticky = node["sticky"].BooleanOr(false)};
+}
+
+// RapidJSON reads outside its table of powers for some exponents of nine digits and more. No number of a description
+// needs one near that.
+struct ShortNumbers : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, ShortNumbers> {
+  static constexpr std::size_t kMostExponentCharacters = 8;
+  static bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
+    const std::string_view number(text, length);
+    const std::size_t exponent = number.find_first_of("eE");
+    return exponent == number.npos || length - exponent <= kMostExponentCharacters;
+  }
+};
+
+[[noreturn]] void RefuseText(std::string_view json, std::size_t offset, const std::string& reason) {
+  const std::string_view before = json.substr(0, offset);
+  const auto line = 1 + std::count(before.begin(), before.end(), '\n');
+  const std::size_t column = before.size() - (before.find_last_of('\n') + 1) + 1;
+  throw platform::PlatformError("line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + reason);
+}
+
+void RequireShortNumbers(std::string_view json) {
+  constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+  rapidjson::MemoryStream stream(json.data(), json.size());
+  ShortNumbers numbers;
+  rapidjson::Reader reader;
+  const rapidjson::ParseResult result = reader.Parse<kFlags>(stream, numbers);
+  if (result.Code() == rapidjson::kParseErrorTermination) RefuseText(json, result.Offset(), "the exponent is too long");
+}
+
+}  // namespace
+
+MachineDescription ParseDescription(std::string_view json) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  constexpr std::string_view kKeys[] = {"clock", "seed", "endpoints", "faults"};
+  constexpr std::string_view kClocks[] = {"real", "virtual"};
+  if (json.starts_with(kByteOrderMark)) json.remove_prefix(kByteOrderMark.size());
+  RequireShortNumbers(json);
+  rapidjson::Document document;
+  constexpr unsigned kFlags = rapidjson::kParseIterativeFlag;
+  if (document.Parse<kFlags>(json.data(), json.size()).HasParseError()) {
+    RefuseText(json, document.GetErrorOffset(),
+               std::string("not JSON: ") + rapidjson::GetParseError_En(document.GetParseError()));
+  }
+
+  const Node root(&document, "");
+  root.AllowKeys(kKeys);
+  MachineDescription machine;
+  machine.hasVirtualClock = root["clock"].ChoiceOr(0, kClocks) == 1;
+  machine.seed = static_cast<std::uint64_t>(root["seed"].WholeNumberOr(1, 0, kHighestWord));
+  const std::vector<Node> endpoints = root["endpoints"].Elements();
+  EndpointTable table{.endpoints = machine.endpoints, .places = {}};
+  for (const Node& node : endpoints) machine.endpoints.push_back(ReadEndpoint(node, table));
+  // What an endpoint hears may stand behind it.
+  for (std::size_t i = 0; i < endpoints.size(); ++i) {
+    for (const Node& node : endpoints[i]["hears"].Elements()) {
+      machine.endpoints[i].hears.push_back(ReadHearing(node, table));
+    }
+  }
+  for (const Node& node : root["faults"].Elements()) machine.faults.push_back(ReadFault(node));
+  return machine;
+}
+
+}  // namespace virtual_audio

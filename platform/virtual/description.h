@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "platform/core_audio.h"
+#include "platform/endpoint_state.h"
+#include "platform/sample_format.h"
+#include "platform/virtual/clock.h"
+
+namespace virtual_audio {
+
+using platform::SampleFormat;
+using platform::WideText;
+
+// One render endpoint that a capture endpoint hears.
+struct Hearing {
+  std::size_t endpoint;  // its place in MachineDescription::endpoints
+  double gain = 1.0;
+  Time delay = 0;
+};
+
+// docs/virtual-machine.md says what each key means; the members are named after the keys.
+struct EndpointDescription : platform::EndpointState {
+  double noise = 0.0;
+  bool takesEveryPcm = true;            // what `closest` null says
+  std::optional<SampleFormat> closest;  // the one format that is taken; nothing with takesEveryPcm false takes none
+  std::vector<Hearing> hears;
+};
+
+struct Fault {
+  std::size_t operation;  // in kOperations
+  std::int64_t call = 1;  // from 1
+  HRESULT status = S_OK;
+  bool sticky = false;
+};
+
+struct MachineDescription {
+  bool hasVirtualClock = false;
+  std::uint64_t seed = 1;
+  std::vector<EndpointDescription> endpoints;
+  std::vector<Fault> faults;
+};
+
+// Reads a description, a JSON text in UTF-8. Throws platform::PlatformError with a sentence that names the place of the
+// first mistake.
+MachineDescription ParseDescription(std::string_view json);
+
+}  // namespace virtual_audio

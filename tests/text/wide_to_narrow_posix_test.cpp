@@ -1,0 +1,17 @@
+#include <gtest/gtest.h>
+
+#include <clocale>
+
+#include "text/narrow.h"
+
+namespace {
+
+TEST(WideToNarrow, FollowsTheLocale) {
+  EXPECT_EQ(text::WideToNarrow(u"plain"), "plain");
+  EXPECT_EQ(text::WideToNarrow(u"caf\u00e9"), "") << "no form in the C locale";
+  ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
+  EXPECT_EQ(text::WideToNarrow(u"caf\u00e9"), "caf") << "cut to as many bytes as there are units";
+  EXPECT_EQ(text::WideToNarrow(u"\u00e9\u00e9\u00e9"), "\u00e9");
+}
+
+}  // namespace

@@ -1,0 +1,24 @@
+#include <climits>
+#include <cuchar>
+
+#include "text/narrow.h"
+
+namespace text {
+
+// Gives what wcstombs_s gives on Windows, where wide characters have 16 bits as ours have.
+std::string WideToNarrow(std::u16string_view text) {
+  text = text.substr(0, text.find(u'\0'));
+  std::string narrow;
+  narrow.reserve(text.size());
+  std::mbstate_t state{};
+  char bytes[MB_LEN_MAX];
+  for (const char16_t unit : text) {
+    const std::size_t count = std::c16rtomb(bytes, unit, &state);
+    if (count == static_cast<std::size_t>(-1)) return {};
+    if (narrow.size() + count > text.size()) break;
+    narrow.append(bytes, count);
+  }
+  return narrow;
+}
+
+}  // namespace text
