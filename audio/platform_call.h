@@ -1,9 +1,8 @@
-// What every platform call of the engine shares: the test of its result, and the release of memory it hands out.
+// What every platform call of the engine shares: the test of its result.
 #pragma once
 
-#include <memory>
-
 #include "audio/outcome_codes.h"
+#include "platform/com_memory.h"
 #include "platform/com_ptr.h"
 #include "platform/core_audio.h"
 
@@ -28,12 +27,5 @@ ComPtr<Interface> RequireInterface(Get get) {
   Require(get(core_audio::InterfaceId<Interface>(), object.ReceiveAny()), object);
   return object;
 }
-
-struct CoTaskMemRelease {
-  void operator()(void* memory) const { CoTaskMemFree(memory); }
-};
-// Text or a structure that a platform call allocated for its caller.
-template <class Content>
-using CoTaskMemory = std::unique_ptr<Content, CoTaskMemRelease>;
 
 }  // namespace audio

@@ -1,5 +1,6 @@
 #include "host/endpoints/endpoint_volume.h"
 
+#include "platform/com_memory.h"
 #include "text/utf.h"
 
 namespace host {
@@ -24,9 +25,8 @@ std::optional<EndpointVolume> EndpointVolume::Of(Flow flow, const std::string& i
     ComPtr<IMMDevice> device;
     LPWSTR text = nullptr;
     if (FAILED(devices->Item(index, device.Receive())) || FAILED(device->GetId(&text))) continue;
-    const bool isIt = text::ToUtf8(core_audio::TextFrom(text)) == id;
-    CoTaskMemFree(text);
-    if (isIt) return EndpointVolume(*device.Get());
+    const CoTaskMemory<WCHAR> owned(text);
+    if (text::ToUtf8(core_audio::TextFrom(text)) == id) return EndpointVolume(*device.Get());
   }
   return std::nullopt;
 }

@@ -10,6 +10,7 @@
 
 #include "host/base/failure.h"
 #include "host/endpoints/endpoint_volume.h"
+#include "platform/com_memory.h"
 #include "platform/com_ptr.h"
 #include "platform/core_audio.h"
 #include "text/utf.h"
@@ -19,10 +20,6 @@ namespace {
 
 constexpr DWORD kEveryState =
     DEVICE_STATE_ACTIVE | DEVICE_STATE_DISABLED | DEVICE_STATE_NOTPRESENT | DEVICE_STATE_UNPLUGGED;
-
-struct FreePlatformText {
-  void operator()(WCHAR* text) const { CoTaskMemFree(text); }
-};
 
 class PropertyValue {
  public:
@@ -48,7 +45,7 @@ void Require(HRESULT status, const char* operation) {
 std::string IdOf(IMMDevice& device) {
   LPWSTR id = nullptr;
   Require(device.GetId(&id), "IMMDevice::GetId");
-  const std::unique_ptr<WCHAR, FreePlatformText> owned(id);
+  const CoTaskMemory<WCHAR> owned(id);
   return text::ToUtf8(core_audio::TextFrom(id));
 }
 

@@ -5,18 +5,14 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <memory>
 
+#include "platform/com_memory.h"
 #include "text/utf.h"
 
 namespace host {
 namespace {
 
 constexpr REFERENCE_TIME kSecond = 10'000'000;
-
-struct FreePlatformMemory {
-  void operator()(WAVEFORMATEX* format) const { CoTaskMemFree(format); }
-};
 
 std::string Refusal(const char* operation, HRESULT status) {
   return fmt::format("The endpoint can't be listened to along with the module: {} gave 0x{:08X}.", operation,
@@ -101,7 +97,7 @@ std::string Listener::Open(IMMDevice& device) {
     if (FAILED(status)) return Refusal("IMMDevice::Activate", status);
     WAVEFORMATEX* match = nullptr;
     status = client_->IsFormatSupported(AUDCLNT_SHAREMODE_SHARED, WaveFormat(wanted), &match);
-    const std::unique_ptr<WAVEFORMATEX, FreePlatformMemory> closest(match);
+    const CoTaskMemory<WAVEFORMATEX> closest(match);
     if (FAILED(status)) return Refusal("IAudioClient::IsFormatSupported", status);
     if (status == S_FALSE && closest != nullptr) {
       wanted = CopyOf(reinterpret_cast<const BYTE*>(closest.get()), sizeof *closest + closest->cbSize);
