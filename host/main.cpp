@@ -7,6 +7,7 @@
 #include "host/call/module_request.h"
 #include "host/report/json_output.h"
 #include "host/shell/command_line.h"
+#include "host/shell/completion.h"
 
 namespace {
 
@@ -29,11 +30,9 @@ Answer CarryOut(const Options& options) {
     case Options::Command::kVersion:
       return ShowVersion(options);
     case Options::Command::kCompletion:
-      return ShowCompletion(options);
-    case Options::Command::kManPage:
       break;
   }
-  return ShowManPage();
+  return ShowCompletion(options);
 }
 
 Answer AnswerOf(const std::vector<std::string>& arguments, std::string& command) {
@@ -78,6 +77,10 @@ int Serve() {
 int main(int argc, char** argv) {
   const std::vector<std::string> arguments = Arguments(argc, argv);
   if (arguments == std::vector<std::string>{kModuleProcess}) return Serve();
+  if (!arguments.empty() && arguments.front() == kCompleteWord) {
+    Print(Candidates({arguments.begin() + 1, arguments.end()}));
+    return 0;
+  }
   const bool json = HasFlag(arguments, "--json");
   const bool quiet = HasFlag(arguments, "--quiet");
 

@@ -13,7 +13,7 @@ namespace host {
 
 // What the command line asks for.
 struct Options {
-  enum class Command { kList, kPlay, kRecord, kRepeat, kRun, kCheck, kVersion, kCompletion, kManPage };
+  enum class Command { kList, kPlay, kRecord, kRepeat, kRun, kCheck, kVersion, kCompletion };
 
   Command command = Command::kList;
   Test test = Test::kPlay;              // play, record, repeat, run
@@ -43,9 +43,7 @@ Answer RepeatTest(const Options& options, const Style& style);
 Answer RunContract(const Options& options, const Style& style);
 Answer CheckContract(const Options& options);
 Answer ShowVersion(const Options& options);
-// From the command line's own description, command_line.h.
 Answer ShowCompletion(const Options& options);
-Answer ShowManPage();
 
 // The part of CheckContract that calls the module. The request's contract must have an object CoreData.
 Answer CheckInProcess(const CheckRequest& request);

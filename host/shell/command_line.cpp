@@ -97,9 +97,7 @@ void AddCommands(CLI::App& app, Options& options) {
     answer(added, command);
     return added;
   };
-  CLI::App* list = add(Command::kList, "Show the endpoints");
-  // For the scripts that `completion` prints.
-  list->add_option("--names", options.names)->check(CLI::IsMember({"render", "capture"}))->group("");
+  add(Command::kList, "Show the endpoints");
 
   answer(AddPlay(app, options), Command::kPlay, Test::kPlay);
   CLI::App* record = AddRecord(app, options);
@@ -139,8 +137,7 @@ void AddCommands(CLI::App& app, Options& options) {
   CLI::App* completion = add(Command::kCompletion, "Print the script that lets a shell complete rmthost's commands");
   completion->add_option("SHELL", options.shell, "bash, zsh or fish")
       ->required()
-      ->check(CLI::IsMember({"bash", "zsh", "fish"}));
-  add(Command::kManPage, "Print the manual page")->group("");
+      ->check(CLI::IsMember(std::vector<std::string>(kShellWords.begin(), kShellWords.end())));
 }
 
 void AddOptions(CLI::App& app, Options& options) {
@@ -232,11 +229,9 @@ const char* CommandWord(Options::Command command) {
     case Options::Command::kVersion:
       return "version";
     case Options::Command::kCompletion:
-      return "completion";
-    case Options::Command::kManPage:
       break;
   }
-  return "man-page";
+  return "completion";
 }
 
 }  // namespace host

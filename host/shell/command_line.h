@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <variant>
 #include <vector>
@@ -11,6 +12,10 @@ class App;
 }
 
 namespace host {
+
+// What the arguments TEST and SHELL can be.
+inline constexpr std::array kTestWords{"play", "record"};
+inline constexpr std::array kShellWords{"bash", "zsh", "fish"};
 
 // Describes the whole command line to `app`, which fills `options` when it parses. Both must live as long as it is
 // used.

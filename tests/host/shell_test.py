@@ -1,6 +1,8 @@
 """The completion scripts in the shells that they are for, and the manual page."""
 import fcntl
+import json
 import os
+import re
 import select
 import shutil
 import subprocess
@@ -8,15 +10,16 @@ import termios
 import time
 import unittest
 
-from host_test import HOST, HostTest
+from host_test import HOST, HostTest, endpoint
 
+MAN_PAGE = os.path.join(os.path.dirname(__file__), "../../docs/rmthost.1")
 # How each shell is started without a user's settings, and reads the script.
 SHELLS = {"bash": (["bash", "--norc", "--noprofile", "-i"], 'eval "$(rmthost completion bash)"'),
           "zsh": (["zsh", "-f", "-i"], 'autoload -Uz compinit; compinit -u -D; eval "$(rmthost completion zsh)"'),
           "fish": (["fish", "--no-config", "-i"], "rmthost completion fish | source")}
 # What stands in for rmthost: it only answers the completion, and otherwise notes down what was typed.
 STAND_IN = """#!/bin/sh
-case $1 in completion) test $# != 2 || exec "$HOST" "$@" ;; list) test "$2" != --names || exec "$HOST" "$@" ;; esac
+case $1 in __complete) exec "$HOST" "$@" ;; completion) test $# != 2 || exec "$HOST" "$@" ;; esac
 printf '%s\\n' "$@" >typed.part
 mv typed.part typed
 """
@@ -26,34 +29,67 @@ CASES = [("ver\t", ["version"]),
          ("--qui\trep\t-n 3 pl\t", ["--quiet", "repeat", "-n", "3", "play"]),
          ("comp\tfi\t--json", ["completion", "fish", "--json"]),
          ("run pl\tcontr\t", ["run", "play", "contract one.json"]),
+         ("check 'evi\t", ["check", "evil$(touch PWNED)"]),
          ("record --platform virtual:mach\t--render Rea\t", ["record", *P.split(), "--render", "Rear"]),
-         (P + "record --render Headset\t", [*P.split(), "record", "--render", "Headset Speaker"]),
+         (P + "record --render=Headset\t", [*P.split(), "record", "--render=Headset Speaker"]),
+         (P + "record --render Headset\\ S\t", [*P.split(), "record", "--render", "Headset Speaker"]),
+         (P + "record --render \"Headset S\t", [*P.split(), "record", "--render", "Headset Speaker"]),
          (P + "repeat record Hör\t", [*P.split(), "repeat", "record", "Hörmuschel 🎧"]),
          (P + "play '{0.0.0}.{hea\t", [*P.split(), "play", "{0.0.0}.{headset}"]),
+         ("record --plot=dra\t--json", ["record", "--plot=drawing.svg", "--json"]),
          ("record --plot dra\t--json", ["record", "--plot", "drawing.svg", "--json"])]
+# Each is the one render endpoint of a machine.
+HOSTILE_NAMES = ["evil$(touch PWNED)x", "evil`touch PWNED`x", "a;touch PWNED", "a|touch PWNED&", "<(touch PWNED)", "$HOME",
+                 "it's", "'", 'say "hi"', "back\\slash\\", "!;touch PWNED;", "';touch PWNED;'", "two  words ", "-dash", "--module=x", "~", "~/x", "=ls", "#x",
+                 "*", "?[a-z]", "{a,b}", "a!b!!", "!\"'\\$`", "^a^b", "%s:=@x", ":file", "\u00a0é\U0001f3a7"]
+
+
+# Words that are typed, and the lines of the answer: the last word is the one that is completed.
+ANSWERS = [(["--platform", "pulse:unix:/none", "play", ""], ""),
+           (["--platform", "virtual:none.json", "play", ""], ""),
+           (["--platform", "virtual:odd.json", "play", ""], "two  words\tb\\\nb\\\ttwo  words\na\tnew?line?\nc\t-dash\n"),
+           (["--platform=virtual:odd.json", "play", "--", "-"], "-dash\tc\n"),
+           (["--platform", "virtual:odd.json", "record", "--render=C"], "--render=c\t-dash\n"),
+           (["--platform", "virtual:odd.json", "record", ""], ""),
+           (["--platform", "virtual:m"], "\tfile\tvirtual:\n"),
+           (["record", "--plot=a=b"], "\tfile\t--plot=\n"),
+           (["run", "play", ""], "\tfile\t\n"),
+           (["run", ""], "play\nrecord\n"),
+           (["repeat", "play", "--fail"], "--fail-fast\tEnd at the first run that doesn't pass\n"),
+           (["play", "--fail"], ""), (["list", "--names"], ""), (["man"], "")]
+
+
+class Answers(HostTest):
+    def test_words(self):
+        odd = [endpoint("render", id, name) for id, name in (("b\\", "two  words"), ("a", "new\nline\t"), ("c", "-dash"))]
+        self.write("odd.json", json.dumps({"endpoints": odd}).encode())
+        for words, lines in ANSWERS:
+            with self.subTest(words):
+                ran = subprocess.run([HOST, "__complete", *words], cwd=self.directory, capture_output=True)
+                self.assertEqual((ran.returncode, ran.stdout.decode(), ran.stderr), (0, lines, b""))
 
 
 class Shells(HostTest):
     def setUp(self):
         super().setUp()
-        for name in ("contract one.json", "drawing.svg"):
+        for name in ("contract one.json", "drawing.svg", "evil$(touch PWNED)"):
             self.write(name, b"")
         self.write("rmthost", STAND_IN.encode())
         os.chmod(os.path.join(self.directory, "rmthost"), 0o755)
 
-    def await_file(self, name, terminal):
+    def await_file(self, name, terminal, what):
         """The lines of a file that the shell makes, which is removed."""
         path, deadline, shown = os.path.join(self.directory, name), time.monotonic() + 60, b""
         while not os.path.exists(path):
-            self.assertLess(time.monotonic(), deadline, shown)
-            if select.select([terminal], [], [], 0.05)[0]:
+            self.assertLess(time.monotonic(), deadline, (what, shown))
+            if select.select([terminal], [], [], 0.01)[0]:
                 shown += os.read(terminal, 10000)
         with open(path) as file:
             lines = file.read().splitlines()
         os.remove(path)
         return lines
 
-    def complete(self, shell):
+    def start_shell(self, shell):
         if shutil.which(shell) is None:
             self.skipTest(f"there is no {shell}")
         command, script = SHELLS[shell]
@@ -68,11 +104,30 @@ class Shells(HostTest):
         self.addCleanup(running.kill)
         os.close(other_end)
         os.write(terminal, (script + "; touch ready\r").encode())
-        self.await_file("ready", terminal)
+        self.await_file("ready", terminal, script)
+        return terminal
+
+    def complete(self, shell):
+        terminal = self.start_shell(shell)
+
+        def check(keys, arguments):
+            os.write(terminal, f"rmthost {keys}\r".encode())
+            self.assertEqual(self.await_file("typed", terminal, keys), arguments, keys)
+            self.assertFalse(os.path.exists(os.path.join(self.directory, "PWNED")), keys)
+
         for keys, arguments in CASES:
-            with self.subTest(keys):
-                os.write(terminal, f"rmthost {keys}\r".encode())
-                self.assertEqual(self.await_file("typed", terminal), arguments)
+            check(keys, arguments)
+        for name in HOSTILE_NAMES:
+            self.write("m.json", json.dumps({"endpoints": [endpoint("render", name, name)]}).encode())
+            for quote in ("", "'", '"'):
+                typed = ["record", "--platform", "virtual:m.json", "--render"]
+                # Fish has no way to complete an unquoted word with a ~ in front but as somebody's home.
+                isLeftOut = shell == "fish" and name.startswith("~") and not quote
+                check(" ".join(typed) + f" {quote}\t", typed if isLeftOut else [*typed, name])
+        two = ["it's \"!\" $(touch PWNED) one", "it's \"!\" $(touch PWNED) two"]
+        self.write("m.json", json.dumps({"endpoints": [endpoint("render", name, name) for name in two]}).encode())
+        for quote in ("", "'", '"'):
+            check(f"--platform virtual:m.json play {quote}\tt\t", ["--platform", "virtual:m.json", "play", two[1]])
 
     def test_bash(self):
         self.complete("bash")
