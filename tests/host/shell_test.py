@@ -139,5 +139,46 @@ class Shells(HostTest):
         self.complete("fish")
 
 
+class ManPage(unittest.TestCase):
+    """The page is written by hand, so it is held to what the help says."""
+
+    def read_help(self, *command):
+        """The commands, the options and the exit codes that a help lists."""
+        text = subprocess.run([HOST, *command, "--help"], capture_output=True, text=True, check=True).stdout
+        listed = {title: re.findall(r"^  (\S+)", below, re.M)
+                  for title, below in re.findall(r"^([A-Z][a-z ]+):\n((?:  .*\n)+)", text, re.M)}
+        options = {name for names in listed["Options"] for name in names.split(",")}
+        return listed.get("Subcommands", []), options, listed.get("Exit codes", [])
+
+    def read_page(self):
+        """{section: {first word of an item: the options in it and in the lists below it}}"""
+        page, depth = {}, 0
+        with open(MAN_PAGE) as file:
+            for line in file:
+                macro, _, rest = line.strip().partition(" ")
+                depth += (macro == ".Bl") - (macro == ".El")
+                if macro == ".Sh":
+                    items = page.setdefault(rest, {})
+                elif macro == ".It":
+                    if depth == 1:
+                        named = items.setdefault(re.sub("Cm |Fl ", "", rest).split()[0], set())
+                    named |= {"-" + name for name in re.findall(r"Fl (\S+)", rest)}
+        return page
+
+    def test_names_what_the_help_names(self):
+        page = self.read_page()
+        commands, options, exit_codes = self.read_help()
+        self.assertEqual([*page["COMMANDS"]], commands)
+        self.assertEqual([*page["EXIT STATUS"]], exit_codes)
+        self.assertEqual(set().union(*page["OPTIONS"].values()), options)
+        for command in commands:
+            inner_commands, own, _ = self.read_help(command)
+            self.assertEqual(page["COMMANDS"][command], own - options, command)
+            for inner in inner_commands:
+                # The page says of these that they take what the command of the same name takes.
+                inner_options = self.read_help(command, inner)[1] - options
+                self.assertLessEqual(inner_options, page["COMMANDS"][inner], (command, inner))
+
+
 if __name__ == "__main__":
     unittest.main()
