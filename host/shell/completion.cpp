@@ -68,7 +68,7 @@ void Pass(Place& place, const std::string& word) {
     ++place.arguments;
   } else if (word == "--") {
     place.optionsEnded = true;
-  } else if (word.starts_with('-')) {
+  } else if (word.starts_with('-') && word != "-") {
     PassOption(place, word);
   } else if (const CLI::App* command = FindCommand(*place.command, word)) {
     place.command = command;
@@ -86,7 +86,7 @@ class Lines {
   void Offer(const std::string& candidate, const std::string& description = "") {
     if (text::LowerAscii(candidate).starts_with(text::LowerAscii(typed_))) Add(candidate, description);
   }
-  // A piece from the middle names an endpoint too, and there are shells that complete one.
+  // A piece from the middle names an endpoint too, and fish completes one.
   void OfferByPiece(const std::string& candidate, const std::string& description) {
     if (text::LowerAscii(candidate).find(text::LowerAscii(typed_)) != std::string::npos) Add(candidate, description);
   }
@@ -97,7 +97,7 @@ class Lines {
 
  private:
   void Add(const std::string& candidate, const std::string& description) {
-    // The lines and their parts couldn't be told from each other, and a terminal would obey.
+    // A line feed or a tab would break the lines, and an escape character could steer the terminal.
     if (candidate.empty() || text::Printable(candidate) != candidate) return;
     text_ += before_ + candidate + (description.empty() ? "" : "\t" + text::Printable(description)) + "\n";
   }
@@ -202,7 +202,7 @@ std::string Candidates(const std::vector<std::string>& words) noexcept {
   try {
     return CandidatesFor(words);
   } catch (...) {
-    // Whoever presses the tab key wants no error: there is nothing to offer.
+    // An error in the middle of a line that is being typed would be in the way.
     return "";
   }
 }

@@ -1,8 +1,8 @@
 # Completes rmthost in bash. What can come next is asked of rmthost itself; this script says where the cursor stands and
 # quotes the answer.
 
-# Readline puts a completion in the place of $2, which ends at the cursor and may begin inside a word or a quote: "before"
-# is the part of the word in front of it, "open" the quote. COMP_WORDS is of no use: it is split at = and :, and quoted.
+# Readline puts a completion in the place of $2, which ends at the cursor and may begin inside a word or a quote:
+# "before" is the part of the word in front of it, "open" the quote. COMP_WORDS is split at = and :, so it is of no use.
 _rmthost() {
   local line=${COMP_LINE:0:COMP_POINT} word='' quote='' before='' open='' started='' files='' char candidate
   local -a words=() found=()
@@ -55,6 +55,6 @@ _rmthost() {
     [[ $files ]] || candidate=$open$candidate$open
     COMPREPLY+=("$candidate")
   done
-  if [[ ${COMPREPLY[*]} == *: ]]; then compopt -o nospace; fi
+  if [[ ${COMPREPLY[*]} == *: ]]; then compopt -o nospace; fi  # Something follows behind the colon.
 }
 complete -F _rmthost rmthost

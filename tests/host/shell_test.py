@@ -39,21 +39,22 @@ CASES = [("ver\t", ["version"]),
          ("record --plot=dra\t--json", ["record", "--plot=drawing.svg", "--json"]),
          ("record --plot dra\t--json", ["record", "--plot", "drawing.svg", "--json"])]
 # Each is the one render endpoint of a machine.
-HOSTILE_NAMES = ["evil$(touch PWNED)x", "evil`touch PWNED`x", "a;touch PWNED", "a|touch PWNED&", "<(touch PWNED)", "$HOME",
-                 "it's", "'", 'say "hi"', "back\\slash\\", "!;touch PWNED;", "';touch PWNED;'", "two  words ", "-dash", "--module=x", "~", "~/x", "=ls", "#x",
-                 "*", "?[a-z]", "{a,b}", "a!b!!", "!\"'\\$`", "^a^b", "%s:=@x", ":file", "\u00a0é\U0001f3a7"]
-
-
+HOSTILE_NAMES = ["evil$(touch PWNED)x", "evil`touch PWNED`x", "a;touch PWNED", "a|touch PWNED&", "<(touch PWNED)",
+                 "!;touch PWNED;", "';touch PWNED;'", "it's", "'", 'say "hi"', "!\"'\\$`", "back\\slash\\",
+                 "two  words ", "-dash", "--module=x", "~", "~/x", "=ls", "#x", "$HOME", "*", "?[a-z]", "{a,b}",
+                 "a!b!!", "^a^b", "%s:=@x", "\u00a0é\U0001f3a7"]
 # Words that are typed, and the lines of the answer: the last word is the one that is completed.
 ANSWERS = [(["--platform", "pulse:unix:/none", "play", ""], ""),
            (["--platform", "virtual:none.json", "play", ""], ""),
-           (["--platform", "virtual:odd.json", "play", ""], "two  words\tb\\\nb\\\ttwo  words\na\tnew?line?\nc\t-dash\n"),
+           (["--platform", "virtual:odd.json", "play", ""],
+            "two  words\tb\\\nb\\\ttwo  words\na\tnew?line?\nc\t-dash\n"),
            (["--platform=virtual:odd.json", "play", "--", "-"], "-dash\tc\n"),
            (["--platform", "virtual:odd.json", "record", "--render=C"], "--render=c\t-dash\n"),
            (["--platform", "virtual:odd.json", "record", ""], ""),
            (["--platform", "virtual:m"], "\tfile\tvirtual:\n"),
            (["record", "--plot=a=b"], "\tfile\t--plot=\n"),
            (["run", "play", ""], "\tfile\t\n"),
+           (["run", "play", "-", ""], ""),
            (["run", ""], "play\nrecord\n"),
            (["repeat", "play", "--fail"], "--fail-fast\tEnd at the first run that doesn't pass\n"),
            (["play", "--fail"], ""), (["list", "--names"], ""), (["man"], "")]
@@ -61,8 +62,8 @@ ANSWERS = [(["--platform", "pulse:unix:/none", "play", ""], ""),
 
 class Answers(HostTest):
     def test_words(self):
-        odd = [endpoint("render", id, name) for id, name in (("b\\", "two  words"), ("a", "new\nline\t"), ("c", "-dash"))]
-        self.write("odd.json", json.dumps({"endpoints": odd}).encode())
+        odd = {"b\\": "two  words", "a": "new\nline\t", "c": "-dash"}
+        self.write("odd.json", json.dumps({"endpoints": [endpoint("render", *item) for item in odd.items()]}).encode())
         for words, lines in ANSWERS:
             with self.subTest(words):
                 ran = subprocess.run([HOST, "__complete", *words], cwd=self.directory, capture_output=True)
