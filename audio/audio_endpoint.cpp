@@ -23,7 +23,7 @@ ComPtr<IMMDevice> FindActive(IMMDeviceEnumerator& enumerator, EDataFlow flow, st
   Require(endpoints->GetCount(&count));
 
   name = text::LowerWide(std::move(name));
-  // The count is a signed number by its meaning: a negative one is no endpoint at all.
+  // A count beyond 31 bits is taken for a negative one, so for no endpoint.
   for (std::int32_t index = 0; index < static_cast<std::int32_t>(count); ++index) {
     ComPtr<IMMDevice> device;
     Require(endpoints->Item(static_cast<UINT>(index), device.Receive()), device);

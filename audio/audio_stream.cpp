@@ -27,8 +27,8 @@ void AudioStreamClass::RequireBufferDuration() const {
   if (!bufferDurationSet_) throw kNotSetUp;
 }
 
-void AudioStreamClass::InitializeClient(DWORD flags, const WAVEFORMATEX* format) {
-  Require(client_->Initialize(AUDCLNT_SHAREMODE_SHARED, flags, bufferDuration_, 0, format, nullptr));
+void AudioStreamClass::InitializeClient(DWORD flags, const WAVEFORMATEX& format) {
+  Require(client_->Initialize(AUDCLNT_SHAREMODE_SHARED, flags, bufferDuration_, 0, &format, nullptr));
 }
 
 }  // namespace audio

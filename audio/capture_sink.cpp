@@ -10,9 +10,11 @@ namespace {
 
 constexpr std::uint32_t kStoreBytes = 2000000;
 
-// The position of the sign in a sample. A number of valid bits far below the sample's bits isn't believed.
+// The number of bits up to the sign of a sample. Valid bits that are more than 4 below the bits of the container aren't
+// believed: the two bytes hold something else in a format that isn't extensible. The unsigned subtraction wraps for fewer
+// than 4 bits, where `bits` is the answer too.
 std::uint32_t SignWidth(std::uint32_t bits, std::uint32_t validBits) {
-  return validBits >= bits - 4 ? validBits : bits;  // wraps below 4 bits, where `bits` is taken as well
+  return validBits >= bits - 4 ? validBits : bits;
 }
 
 }  // namespace
@@ -22,13 +24,13 @@ CaptureSinkClass::CaptureSinkClass() {
 }
 
 void CaptureSinkClass::AppendFrames(const std::uint8_t* data, std::uint32_t frames) {
-  const std::uint64_t bytes = std::uint64_t{format_.nBlockAlign()} * frames;
+  const std::uint64_t bytes = std::uint64_t{format_.header.nBlockAlign} * frames;
   if (bytes > kStoreBytes) throw kSinkWriteFailed;
   if (!buffer_.Write(data, static_cast<std::uint32_t>(bytes))) throw kSinkWriteFailed;
 }
 
 std::vector<std::int32_t> CaptureSinkClass::DecodeSamples() const {
-  const std::uint32_t bits = format_.wBitsPerSample();
+  const std::uint32_t bits = format_.header.wBitsPerSample;
   if (bits == 0 || bits > 32) throw kPlatformError;
   const std::uint32_t sampleBytes = (bits + 7) / 8;
   const std::uint32_t width = SignWidth(bits, format_.validBits());
@@ -41,7 +43,7 @@ std::vector<std::int32_t> CaptureSinkClass::DecodeSamples() const {
   for (std::size_t start = 0; stored.size() - start >= sampleBytes; start += sampleBytes) {
     std::uint32_t value = 0;
     for (std::uint32_t j = 0; j < sampleBytes; ++j) value |= std::uint32_t{stored[start + j]} << (8 * j);
-    // All bits from the sign upwards are tested, not the sign alone.
+    // A sample is negative if any bit from the sign upwards is set, not the sign alone.
     const std::int32_t fromSign = static_cast<std::int32_t>(value) >> signShift;
     samples.push_back(static_cast<std::int32_t>(fromSign != 0 ? value | extension : value));
   }
@@ -50,7 +52,7 @@ std::vector<std::int32_t> CaptureSinkClass::DecodeSamples() const {
 
 std::vector<double> CaptureSinkClass::NormalizedSamples() const {
   const std::vector<std::int32_t> decoded = DecodeSamples();
-  const auto scale = static_cast<double>(std::int64_t{1} << (format_.wBitsPerSample() - 1));
+  const auto scale = static_cast<double>(std::int64_t{1} << (format_.header.wBitsPerSample - 1));
   std::vector<double> samples;
   samples.reserve(decoded.size());
   for (const std::int32_t sample : decoded) samples.push_back(sample / scale);

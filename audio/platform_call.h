@@ -1,4 +1,4 @@
-// What every platform call of the engine shares: the test of its result.
+// The checks of the results of platform calls.
 #pragma once
 
 #include "audio/outcome_codes.h"
@@ -8,19 +8,19 @@
 
 namespace audio {
 
-// Throws kPlatformError for any status but S_OK: the engine knows nothing to do with the other success statuses.
+// Throws kPlatformError for any status but S_OK: the engine can't use what comes with the other success statuses.
 inline void Require(HRESULT status) {
   if (status != S_OK) throw kPlatformError;
 }
 
-// Also if the call reported success but left the pointer, of whatever kind, null: it would be read through next.
+// The same, and also for a success that left the pointer null, since the caller dereferences it next.
 template <class Pointer>
 void Require(HRESULT status, const Pointer& handedOut) {
   if (status != S_OK || !handedOut) throw kPlatformError;
 }
 
-// An object behind a COM operation's `void**`, with the interface's own identifier. `get` is called as
-// get(interfaceId, place) and gives the status.
+// The object that get(interfaceId, place) stores in `place`, a `void**` as COM has it. Throws kPlatformError if `get`
+// returns another status than S_OK or stores null.
 template <class Interface, class Get>
 ComPtr<Interface> RequireInterface(Get get) {
   ComPtr<Interface> object;

@@ -18,7 +18,7 @@ bool SampleBufferClass::Allocate(std::uint32_t size) {
 
 bool SampleBufferClass::Write(const std::uint8_t* source, std::uint32_t count) {
   if (!data_ || source == nullptr) return false;
-  // Compared with what is left, since the sum of cursor and count can wrap around.
+  // The sum of cursor and count could wrap around.
   if (count > capacity_ - writeCursor_) return false;
   std::memcpy(data_.get() + writeCursor_, source, count);
   writeCursor_ += count;

@@ -6,27 +6,26 @@
 
 namespace audio {
 
-// A byte store of fixed size that is filled from front to back and read from any place.
+// A byte store of fixed size that is filled from front to back and read from any position.
 class SampleBufferClass {
  public:
   SampleBufferClass() = default;
   SampleBufferClass(const SampleBufferClass&) = delete;
   SampleBufferClass& operator=(const SampleBufferClass&) = delete;
 
-  // Replaces the store by an empty one of `size` bytes. False, with nothing changed, if there is no memory.
+  // Replaces the store by an empty one of `size` bytes. If there is no memory, returns false and changes nothing.
   bool Allocate(std::uint32_t size);
 
-  // Appends `count` bytes. False, with nothing stored, if they don't all fit, if `source` is null, or if there is no
-  // store.
+  // Appends `count` bytes. If they don't all fit, `source` is null or there is no store, returns false and stores nothing.
   bool Write(const std::uint8_t* source, std::uint32_t count);
 
-  // The byte at the read position, which moves on by one. The caller stays within Used().
+  // Returns the byte at the read position, which must be below Used(), and moves on by one.
   std::uint8_t ReadByte() { return data_[readCursor_++]; }
   void SeekRead(std::uint32_t position) { readCursor_ = position; }
 
-  // Bytes written so far.
+  // The number of bytes written so far.
   std::uint32_t Used() const { return writeCursor_; }
-  // The bytes written so far; valid until the next Allocate.
+  // The bytes written so far, valid until the next Allocate.
   std::span<const std::uint8_t> Written() const { return {data_.get(), writeCursor_}; }
 
  private:

@@ -3,40 +3,30 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
-#include <span>
 
 #include "audio/outcome_codes.h"
 
 namespace audio {
 namespace {
 
-// The tone is defined with this single-precision constant; the closer value would give other samples.
+// The framework defines the tone with this value in single precision. A closer one would give other samples.
 constexpr float kTwoPi = 6.28318F;
+// The partials are 5 Hz apart, the lowest 15 Hz below the centre and the highest 15 Hz above it.
+constexpr std::uint32_t kPartials = 7;
 constexpr double kHalfWidth = 15.0;  // Hz
 constexpr double kStep = 5.0;        // Hz
-// Of 32767: even where all partials peak together, the tone stays below full scale.
+// The amplitude if all partials peaked together, which leaves some room below 32767.
 constexpr double kScale = 30000.0;
 
-struct Band {
-  double centre;  // Hz
-  double weight;
-  std::uint32_t index;  // where the partials' sequence of signs starts
-};
-
-std::int32_t SampleAt(std::uint32_t i, double omega, std::span<const Band> bands) {
+std::int32_t SampleAt(std::uint32_t i, double centre, double omega) {
   double sum = 0.0;
-  std::uint32_t count = 0;
-  for (const Band& band : bands) {
-    std::uint32_t n = band.index;
-    for (double f = band.centre - kHalfWidth; f <= band.centre + kHalfWidth; f += kStep) {
-      const double angle = i * f * omega;
-      const double sign = n % 2 == 1 ? 1.0 : -1.0;
-      sum += std::sin(angle) * band.weight * sign;
-      ++n;
-    }
-    count += n;
+  double sign = -1.0;
+  for (std::uint32_t partial = 0; partial < kPartials; ++partial) {
+    const double frequency = centre - kHalfWidth + partial * kStep;
+    sum += std::sin(i * frequency * omega) * sign;
+    sign = -sign;
   }
-  return static_cast<std::int32_t>(sum / count * kScale);
+  return static_cast<std::int32_t>(sum / kPartials * kScale);
 }
 
 std::uint32_t DrawFrequency(std::int32_t low, std::int32_t high) {
@@ -49,29 +39,28 @@ std::uint32_t DrawFrequency(std::int32_t low, std::int32_t high) {
 ToneSourceClass::ToneSourceClass(std::int32_t low, std::int32_t high) : frequency_(DrawFrequency(low, high)) {}
 
 void ToneSourceClass::SetFormat(const RenderFormatBlock& block) {
-  std::copy_n(block.bytes.begin(), format_.bytes.size(), format_.bytes.begin());
+  format_ = block.header;
   configured_ = true;
 }
 
 void ToneSourceClass::Synthesize() {
   if (!configured_) throw kNotSetUp;
-  // A store that could not be allocated takes no sample, which leaves the tone empty.
-  samples_.Allocate(format_.nAvgBytesPerSec());
+  // Without memory there is no store, no sample is stored, and the tone stays empty.
+  samples_.Allocate(format_.nAvgBytesPerSec);
 
-  // Divided in single precision and widened afterwards: the samples depend on this rounding.
-  const float omega = kTwoPi / static_cast<float>(format_.nSamplesPerSec());
-  const Band bands[] = {{static_cast<double>(frequency_), 1.0, 0}};
+  // The division is in single precision, and the samples depend on its rounding.
+  const float omega = kTwoPi / static_cast<float>(format_.nSamplesPerSec);
 
   bool stored = true;
   for (std::uint32_t i = 0; stored; ++i) {
-    const std::int32_t sample = SampleAt(i, static_cast<double>(omega), bands);
+    const std::int32_t sample = SampleAt(i, frequency_, static_cast<double>(omega));
     const std::uint8_t bytes[] = {static_cast<std::uint8_t>(sample), static_cast<std::uint8_t>(sample >> 8)};
     stored = samples_.Write(bytes, sizeof bytes);
   }
 }
 
 std::uint32_t ToneSourceClass::FillRenderBuffer(std::uint32_t frames, std::uint8_t* destination) {
-  const std::uint32_t frameBytes = format_.nBlockAlign();
+  const std::uint32_t frameBytes = format_.nBlockAlign;
   if (frameBytes == 0) return 0;
   const std::uint64_t wanted = std::uint64_t{frameBytes} * frames;
   const auto bytes = static_cast<std::uint32_t>(std::min<std::uint64_t>(wanted, samples_.Used()));

@@ -7,9 +7,9 @@
 
 namespace audio {
 
-// A number from `low` to `high`, both included, each equally likely; `low` isn't above `high`. `generator` gives 32
-// random bits per call. The method is Lemire's ("Fast Random Integer Generation in an Interval", 2019), written out
-// because the standard leaves that of std::uniform_int_distribution open.
+// A number from `low` to `high`, both included, each equally likely. `low` must not be above `high`, and each call of
+// `generator` returns 32 random bits. The method is Lemire's ("Fast Random Integer Generation in an Interval", 2019). It
+// is written out because the standard leaves the method of std::uniform_int_distribution open.
 template <class Generator>
 std::int32_t DrawUniform(Generator& generator, std::int32_t low, std::int32_t high) {
   const auto range = static_cast<std::uint64_t>(static_cast<std::int64_t>(high) - low + 1);
@@ -21,29 +21,29 @@ std::int32_t DrawUniform(Generator& generator, std::int32_t low, std::int32_t hi
   return static_cast<std::int32_t>(low + static_cast<std::int64_t>(product >> 32));
 }
 
-// The test signal: a band of seven sine partials around a centre frequency, as signed 16-bit mono samples, as long as
-// one second of the format that was set. It is computed whole, before any stream runs.
+// The test signal: a band of seven sine partials around a centre frequency, in signed 16-bit mono samples, as long as one
+// second of the format that was set. All of it is computed before any stream runs.
 class ToneSourceClass {
  public:
   // `frequency` is the band's centre in Hz.
   explicit ToneSourceClass(std::uint32_t frequency) : frequency_(frequency) {}
-  // Draws the centre from `low` to `high` Hz, both included, with a new seed for each object.
+  // The centre is drawn at random from `low` to `high` Hz, both included.
   ToneSourceClass(std::int32_t low, std::int32_t high);
 
   void SetFormat(const RenderFormatBlock& block);
 
-  // Computes nAvgBytesPerSec bytes of samples at nSamplesPerSec, which is above 0; the other fields of the format have
-  // no effect on them. Without memory for them the tone is empty. Throws kNotSetUp before SetFormat.
+  // Computes nAvgBytesPerSec bytes of samples at nSamplesPerSec, which must be above 0; the other fields of the format have
+  // no effect on them. The tone is empty if there is no memory for it. Throws kNotSetUp before SetFormat.
   void Synthesize();
 
   void Rewind() { samples_.SeekRead(0); }
 
-  // Copies the tone from its start to `destination`, as much of it as `frames` frames hold. Returns the whole frames
-  // written.
+  // Copies the tone from its start to `destination`, as much of it as fits into `frames` frames of nBlockAlign bytes.
+  // Returns the number of whole frames written.
   std::uint32_t FillRenderBuffer(std::uint32_t frames, std::uint8_t* destination);
 
  private:
-  FormatBlock<18> format_;
+  WAVEFORMATEX format_{};
   bool configured_ = false;
   std::uint32_t frequency_;
   SampleBufferClass samples_;

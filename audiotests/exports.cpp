@@ -1,22 +1,22 @@
-#include "audiotests/audio_playback_test.h"
-#include "audiotests/audio_record_test.h"
+#include "audiotests/playback_sequence.h"
+#include "audiotests/record_sequence.h"
 #include "audiotests/zqrmt_tests_audio.h"
 
 namespace {
 
-// The order of construction is that of the version lines that a load writes.
+// Each constructor logs the module's version, in this order.
 ZQ_RMT_TESTS_AUDIO::AudioRecordTestClass recordTest;
 ZQ_RMT_TESTS_AUDIO::AudioPlaybackTestClass playbackTest;
 
 static_assert(sizeof(ZQRMTChar) == sizeof(char16_t));
 
-// Calls `run` with the host's text. No C++ exception crosses a C boundary: what the tests don't answer themselves, a
-// failing probe of the log directory or a lack of memory, gives a null pointer.
+// Calls `run` with the host's text. No C++ exception may cross the C boundary: for a failing probe of the log directory and
+// for a lack of memory, which the tests don't handle themselves, the answer is a null pointer.
 template <class Run>
 ZQRMTChar* Answer(const ZQRMTChar* contract, const Run& run) {
   constexpr char16_t kNoText[] = u"";
   try {
-    // Where the host's wide character isn't char16_t it is another name for the same 16 bits.
+    // On Windows the host's wide character is wchar_t, which has 16 bits too.
     return reinterpret_cast<ZQRMTChar*>(
         run(contract == nullptr ? kNoText : reinterpret_cast<const char16_t*>(contract)));
   } catch (...) {

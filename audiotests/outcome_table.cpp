@@ -3,13 +3,19 @@
 #include <cstdlib>
 
 #include "audio/outcome_codes.h"
-#include "audiotests/outcomes.h"
+#include "audiotests/zqrmt_return_codes.h"
 #include "text/narrow.h"
 
 namespace ZQ_RMT_TESTS_AUDIO {
 namespace {
 
-// The severities are the framework's; 4 stands for notification and 5 for debug1 there, and any other for debug3.
+// The engine throws ids of its own, since it knows nothing of its callers. Hosts get them as these.
+static_assert(audio::kPlatformError == ZQRMT_OUTCOME_PLATFORM);
+static_assert(audio::kEndpointNotFound == ZQRMT_OUTCOME_NO_ENDPOINT);
+static_assert(audio::kNoMemoryForSink == ZQRMT_OUTCOME_NO_MEMORY);
+static_assert(audio::kSinkWriteFailed == ZQRMT_OUTCOME_TOO_MUCH_SOUND);
+
+// The framework gives numbers to these severities only; any other is logged at debug3.
 const logging::LogRecord* LogWithSeverity(logging::Logger& logger, std::int32_t severity, std::int32_t code,
                                           const std::string& text) {
   switch (severity) {
@@ -37,13 +43,13 @@ const logging::LogRecord* LogWithSeverity(logging::Logger& logger, std::int32_t 
 }  // namespace
 
 const std::map<std::int32_t, OutcomeEntry> OutcomeTable = {
-    {kBadInput, {7, u"Bad JSON input."}},
-    {audio::kPlatformError, {7, u"Microsoft API Error"}},
-    {audio::kNoMemoryForSink, {7, u"memory could not be allocated to Buffer"}},
-    {audio::kSinkWriteFailed, {7, u"Unable to write to buffer."}},
-    {audio::kEndpointNotFound, {7, u"Could not find device"}},
-    {kRecordPassed, {2, u"Audio Record Test passed."}},
-    {kPlaybackPassed, {2, u"Audio Playback Test passed."}},
+    {ZQRMT_OUTCOME_BAD_INPUT, {ZQRMT_LEVEL_WARNING, u"Bad JSON input."}},
+    {ZQRMT_OUTCOME_PLATFORM, {ZQRMT_LEVEL_WARNING, u"Microsoft API Error"}},
+    {ZQRMT_OUTCOME_NO_MEMORY, {ZQRMT_LEVEL_WARNING, u"memory could not be allocated to Buffer"}},
+    {ZQRMT_OUTCOME_TOO_MUCH_SOUND, {ZQRMT_LEVEL_WARNING, u"Unable to write to buffer."}},
+    {ZQRMT_OUTCOME_NO_ENDPOINT, {ZQRMT_LEVEL_WARNING, u"Could not find device"}},
+    {ZQRMT_OUTCOME_RECORD_PASSED, {ZQRMT_LEVEL_NORMAL, u"Audio Record Test passed."}},
+    {ZQRMT_OUTCOME_PLAYBACK_PASSED, {ZQRMT_LEVEL_NORMAL, u"Audio Playback Test passed."}},
 };
 
 void ReportOutcome(std::int32_t code, logging::Logger* logger, ZQ_RMT_MODELS::CoreData* coreData) {

@@ -9,18 +9,19 @@
 
 namespace ZQ_RMT_TESTS_AUDIO {
 
-// How an outcome is told: at which level, and in which words.
+// How an outcome is reported.
 struct OutcomeEntry {
-  std::int32_t severity;
+  std::int32_t severity;  // the framework's number for a level, which is the first digit of that level's codes
   std::u16string message;
 };
 
-// The outcomes that a host is told of, by outcome code. Made when the library is loaded, and only read from then on.
+// The outcomes that a host is told of, by id (ZQRMTOutcome). Built when the library is loaded and only read afterwards.
 extern const std::map<std::int32_t, OutcomeEntry> OutcomeTable;
 
-// Logs the outcome `code` and copies the code and text of the logger's record into ReturnCode and ReturnMessage. A code
-// that isn't in the table is logged as "Not handled". Where the level in force rejects the line, the host therefore
-// gets the line that this logger wrote last.
+// Logs the outcome `code`, an id of the table, and copies the code and the text of the record that the logger returns to
+// ReturnCode and ReturnMessage. An id that isn't in the table is logged as "Not handled". If the level in force rejects
+// the line, the record is the last that `logger` accepted, and the host gets that one's code and text. Raises the
+// filesystem_error of a failing log probe, with `coreData` unchanged.
 void ReportOutcome(std::int32_t code, logging::Logger* logger, ZQ_RMT_MODELS::CoreData* coreData);
 
 }  // namespace ZQ_RMT_TESTS_AUDIO

@@ -1,7 +1,10 @@
 /* What the test module ZQRMTTestsAudio puts into ReturnCode of CoreData, for C and C++.
  *
- * A return code has nine digits: the level of the log line that tells the outcome, the number of the component that wrote
- * it, and the outcome's own id. It is 0 when the call ended without an outcome, as a test without an endpoint's name does.
+ * A return code has nine digits: one for the level of the log line that reports the outcome, two for the component that
+ * logged it, and six for the id of the outcome. A call that ends without an outcome leaves the code that the contract
+ * brought, 0 for none: a record test does so when the contract names no endpoint, and when it passes and the contract
+ * brought a code other than 0. While a flag file hides the line of the outcome, the code is that of the last line that the
+ * test logged.
  */
 #ifndef AUDIOTESTS_ZQRMT_RETURN_CODES_H
 #define AUDIOTESTS_ZQRMT_RETURN_CODES_H
@@ -18,10 +21,10 @@
 
 /* The ids of the outcomes: the last six digits. */
 enum ZQRMTOutcome {
-  ZQRMT_OUTCOME_NO_ENDPOINT = 770117,    /* no active endpoint has the id that the contract names */
-  ZQRMT_OUTCOME_NO_MEMORY = 990414,      /* there is no memory for what is captured */
-  ZQRMT_OUTCOME_PLATFORM = 995582,       /* an operation of the audio system failed */
-  ZQRMT_OUTCOME_BAD_INPUT = 995686,      /* the text is no contract, or the playback test finds no endpoint named in it */
+  ZQRMT_OUTCOME_NO_ENDPOINT = 770117, /* no active endpoint has the id that the contract names */
+  ZQRMT_OUTCOME_NO_MEMORY = 990414,   /* there is no memory for what is captured */
+  ZQRMT_OUTCOME_PLATFORM = 995582,    /* an operation of the audio system failed */
+  ZQRMT_OUTCOME_BAD_INPUT = 995686,   /* the text is no contract, or the playback test finds no endpoint named in it */
   ZQRMT_OUTCOME_TOO_MUCH_SOUND = 995727, /* more was captured than the module holds */
   ZQRMT_OUTCOME_RECORD_PASSED = 995728,
   ZQRMT_OUTCOME_PLAYBACK_PASSED = 995729

@@ -9,15 +9,17 @@
  * endpoints that the contract names. It blocks until the test has ended: about one second with a render endpoint, three
  * seconds where the record test only listens.
  *
- * The host owes:
- * - on the calling thread, COM initialised (Windows) or AudioPlatformInitialize of audio_platform.h (elsewhere);
- * - one call at a time: the functions are not re-entrant;
- * - the input text, which stays the host's and isn't changed or kept. A null pointer is an empty text.
+ * A function returns a new text: the same contract with ReturnCode and ReturnMessage of CoreData filled in
+ * (zqrmt_return_codes.h) and, from the record test, maxAmplitude of AudioData. The host releases it with free of the C
+ * runtime that the module uses. It returns a null pointer if memory ran out or if the log directory could not be examined
+ * or created.
  *
- * The host gets a new text, the same contract with ReturnCode and ReturnMessage of CoreData filled in and, from the
- * record test, maxAmplitude of AudioData. It releases the text with free of the C runtime that the module uses. A null
- * pointer means that the call could not be answered: memory ran out, or the log directory could not be examined or
- * made.
+ * The host must
+ * - have initialised COM on the calling thread (Windows), or have put the thread on a platform with
+ *   AudioPlatformInitialize of audio_platform.h (elsewhere);
+ * - make one call at a time: the functions are not re-entrant;
+ * - keep the input text unchanged during the call. The module doesn't change or keep it. A null pointer counts as an
+ *   empty text.
  */
 #ifndef AUDIOTESTS_ZQRMT_TESTS_AUDIO_H
 #define AUDIOTESTS_ZQRMT_TESTS_AUDIO_H
@@ -34,7 +36,7 @@ typedef char16_t ZQRMTChar;
 #define ZQRMT_EXPORT __attribute__((visibility("default")))
 #endif
 
-/* What both functions are. */
+/* The type of both functions. */
 typedef ZQRMTChar* ZQRMTTestFunction(const ZQRMTChar* contract);
 
 #ifdef __cplusplus
@@ -45,7 +47,7 @@ extern "C" {
 ZQRMT_EXPORT ZQRMTChar* AudioPlaybackTest(const ZQRMTChar* contract);
 
 /* Captures from the endpoint DeviceInstanceID of DeviceInfo, while a tone of 1200 Hz plays on the endpoint targetDevice
- * of AudioData when that is given, and puts the largest absolute sample into maxAmplitude. */
+ * of AudioData if that is given, and puts the largest absolute sample into maxAmplitude, full scale being 1.0. */
 ZQRMT_EXPORT ZQRMTChar* AudioRecordTest(const ZQRMTChar* contract);
 
 #ifdef __cplusplus

@@ -54,8 +54,9 @@ std::vector<std::uint8_t> SinkBytes() {
 
 void FillSink(audio::CaptureSinkClass& sink, std::int64_t bits) {
   audio::CaptureFormatBlock format;
-  format.bytes[12] = 1;  // nBlockAlign: frames of a byte fill the sink to the last one
-  format.bytes[14] = format.bytes[18] = static_cast<std::uint8_t>(bits);
+  format.header.nBlockAlign = 1;  // frames of one byte fill the sink to the last byte
+  format.header.wBitsPerSample = static_cast<std::uint16_t>(bits);
+  format.tail[0] = static_cast<std::uint8_t>(bits);
   sink.SetFormat(format);
   sink.AppendFrames(SinkBytes().data(), kSinkBytes);
 }

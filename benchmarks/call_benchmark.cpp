@@ -6,7 +6,7 @@
 #include <fstream>
 #include <string>
 
-#include "audiotests/audio_record_test.h"
+#include "audiotests/record_sequence.h"
 #include "platform/audio_platform.h"
 #include "tests/support/machines.h"
 #include "tests/support/temp_directory.h"

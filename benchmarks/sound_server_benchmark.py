@@ -13,7 +13,7 @@ import sys
 import time
 
 CONTRACT = {"CoreData": {"DeviceInfo": {"DeviceInstanceID": "mic", "AudioData": {"targetDevice": "speaker"}}}}
-PASSED = 244995728
+PASSED = 244995728  # ZQRMT_RETURN_RECORD_PASSED
 TONE_SECONDS = 1.0
 
 

@@ -20,7 +20,7 @@ bool MeansNotFound(DWORD error) {
   }
 }
 
-// Whether the file at the end of a link can be opened; the system's error stays as it is when it can't.
+// Whether the file that a link leads to can be opened. If not, GetLastError says why.
 bool OpensTarget(const std::filesystem::path& link) {
   const HANDLE target =
       CreateFileW(link.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -32,7 +32,8 @@ bool OpensTarget(const std::filesystem::path& link) {
 
 }  // namespace
 
-// The system's own errors, because the C runtime folds them into fewer and not every standard library tells them apart.
+// Asks the system itself, because the C runtime folds the system's errors into fewer and not every standard library tells
+// them apart.
 bool Exists(const std::filesystem::path& path) {
   const DWORD attributes = GetFileAttributesW(path.c_str());
   const bool isThere = attributes != INVALID_FILE_ATTRIBUTES;

@@ -11,7 +11,7 @@
 namespace logging {
 namespace {
 
-using FlagFiles = std::array<std::filesystem::path, kConsole>;  // of the levels below kConsole, which has none
+using FlagFiles = std::array<std::filesystem::path, kConsole>;  // by level; kConsole has none
 
 FlagFiles MakeFlagFiles() {
   FlagFiles files;

@@ -5,8 +5,8 @@
 
 namespace logging {
 
-// The local time in the form of ctime without its line end, 24 characters: "Wed Nov 18 14:30:14 2026", in English
-// whatever the locale. Empty for a time that this form can't show.
+// The local time in the form of ctime without the line end, 24 characters: "Wed Nov 18 14:30:14 2026". It is English in
+// every locale. Empty for a time that this form can't show.
 std::string LocalTimeText(std::time_t time);
 
 }  // namespace logging

@@ -7,14 +7,15 @@ namespace logging {
 // The directory of the framework's shared log: the live and the rotated files, the level flag files, the redirect file.
 struct LogDirectory {
   std::string path;  // absolute, with no separator at its end
-  char separator;    // between the parts of a path, and the one separator that the names of log files may hold
+  char separator;    // between the parts of a path; the names of log files may hold this one and no other
 
   // The path of the file with this name in the directory.
   std::string File(const std::string& name) const { return path + separator + name; }
 };
 
-// The one directory of the process; the same object at every call. Safe to call during static initialisation. The
-// target `log_directory` defines it with the directory chosen at configure time; a test program brings its own.
+// The log directory of the process: the one chosen at configure time or, but for Windows, the one that the environment
+// variable ZQRMT_LOG_DIRECTORY names at the first call. Always the same object. May be called during static
+// initialisation.
 const LogDirectory& GetLogDirectory();
 
 }  // namespace logging

@@ -7,7 +7,7 @@
 namespace logging {
 namespace {
 
-// Not a cast to an integer: a percent may be larger than any integer holds.
+// A percent may be larger than any integer type holds, so it isn't cast to one.
 std::string WholePart(double value) {
   char digits[std::numeric_limits<double>::max_exponent10 + 1];
   const auto end = std::to_chars(std::begin(digits), std::end(digits), std::trunc(value), std::chars_format::fixed, 0);

@@ -1,35 +1,28 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 #include <string>
 
 #include "logging/log_level.h"
 
 namespace logging {
 
-struct FreeDeleter {
-  void operator()(void* block) const { std::free(block); }
-};
-
-// The last message that a logger accepted.
+// A message as a logger accepted it.
 struct LogRecord {
   std::string timeStamp;  // local time in the form of ctime, 24 characters
-  std::string code;       // in decimal
+  std::string code;       // in decimal (MessageCode)
   std::int32_t level = kNormal;
   std::string text;
-  std::string source;                       // the logger's name
-  std::unique_ptr<void, FreeDeleter> data;  // an attached block; it stays out of the file
-  std::string dataType;                     // the type of `data`; empty: none is named in the line
-  double percent = 0;                       // the share done; 0 or below: none is shown
+  std::string source;    // the logger's name
+  std::string dataType;  // the type of a block of data that came with the message; empty for none
+  double percent = 0;    // the share done; 0 or below when there is none to show
 };
 
-// The record as a line of the log, its line feed included:
+// The record as a line of the log, with its line feed:
 //
 //   time, code, level: [N% ]text, [DataType included: T, ][source]
 //
-// The text stands as it is, commas and line ends too.
+// N is the percent without its fraction. The text isn't escaped: its commas and line ends stand in the line.
 std::string LogLine(const LogRecord& record);
 
 }  // namespace logging

@@ -16,7 +16,9 @@ namespace logging {
 namespace {
 
 constexpr char kNoLog[] = "nolog";
-constexpr std::int32_t kFirstCompleteCode = 100000000;
+constexpr char kRedirectFile[] = "zqlgrphf.lef";
+constexpr std::uintmax_t kMaxBytes = 5000000;  // a larger log file is rotated before the next line
+constexpr std::int32_t kMaxFiles = 50;
 
 std::string CurrentTimeText() {
   return LocalTimeText(std::chrono::system_clock::to_time_t(std::chrono::system_clock::now()));
@@ -27,7 +29,7 @@ std::string CurrentTimeText() {
 Logger::Logger(std::string sourceName, std::int32_t componentNumber)
     : name(std::move(sourceName)), componentBase(componentNumber) {
   const LogDirectory& directory = GetLogDirectory();
-  const std::string redirectPath = directory.File(redirectFile);
+  const std::string redirectPath = directory.File(kRedirectFile);
   if (!Exists(redirectPath)) {
     SetLogFile(directory.File(kDefaultLogName));
     return;
@@ -73,60 +75,47 @@ void Logger::SetLogFile(std::string logFile) {
 }
 
 const LogRecord* Logger::Log(LogLevel level, std::int32_t id, MessageText text, double percent) {
-  std::int32_t code = id;
-  if (code < kFirstCompleteCode) {
-    if (componentBase >= 1 && code < componentBase) code += componentBase;
-    code += CodePrefix(level);
-  }
-  return WriteMessage(name, code, text, level, percent, nullptr, {});
-}
-
-const LogRecord* Logger::WriteMessage(const std::string& source, std::int32_t code, MessageText text, LogLevel level,
-                                      double percent, void* data, std::string dataType) {
   // No level is above kConsole: such a message passes both looks at the filter, but their probes can fail for it too.
-  if (GetActiveLevel() > level) return record.get();
-  if (data != nullptr) {
-    record->data.reset(data);
-    if (!dataType.empty()) record->dataType = std::move(dataType);
-  }
-  record->source = source;
-  record->code = std::to_string(code);
-  record->text = text.Make();
-  record->level = level;
-  record->timeStamp = CurrentTimeText();
-  record->percent = percent;
+  if (GetActiveLevel() > level) return &record;
+  record.source = name;
+  record.code = std::to_string(MessageCode(level, componentBase, id));
+  record.text = text.Make();
+  record.level = level;
+  record.timeStamp = CurrentTimeText();
+  record.percent = percent;
   // A flag file that came or went since the first look decides whether the line is written, not what is recorded.
-  if (GetActiveLevel() > level || path == kNoLog) return record.get();
-  WriteLine();
-  return record.get();
+  if (GetActiveLevel() <= level && path != kNoLog) WriteLine();
+  return &record;
 }
 
 void Logger::WriteLine() const {
-  if (Exists(path) && FileSize(path) > static_cast<std::uintmax_t>(maxBytes))
-    for (std::int32_t index = maxFiles; index >= 1; --index) RotateStep(index);
-  AppendLine(path, LogLine(*record));
+  if (Exists(path) && FileSize(path) > kMaxBytes) {
+    for (std::int32_t index = kMaxFiles; index >= 1; --index) RotateStep(index);
+  }
+  AppendLine(path, LogLine(record));
 }
 
-// One pass of steps, from the highest index down, moves every file up by one:
+// A rotation calls this with every index from kMaxFiles down to 1, which moves each file up by one:
 //
 //   ZQRMLOG.LOG -> ZQRMLOG_1.LOG -> ZQRMLOG_2.LOG -> ... -> ZQRMLOG_49.LOG -> ZQRMLOG_50.LOG -> gone
 //
-// Each step clears the place numbered maxFiles, so the file that the first step moves there goes with the second: at
-// rest the highest number is maxFiles - 1. Failures of remove and rename are ignored, because other processes may be
-// rotating the same files; a live file that can't be moved is tried again by the next line.
+// Each step clears the place numbered kMaxFiles, so the file that the first step moves there is removed by the second,
+// and the highest number that remains is kMaxFiles - 1. Failures of remove and rename are ignored, because other
+// processes may be rotating the same files. A live file that can't be moved is tried again with the next line.
 void Logger::RotateStep(std::int32_t index) const {
   const std::string stem = path.substr(0, path.size() - std::string_view(kLogExtension).size());
   const auto numbered = [&](std::int32_t number) { return stem + "_" + std::to_string(number) + kLogExtension; };
-  const std::string top = numbered(maxFiles);
+  const std::string top = numbered(kMaxFiles);
   const std::string next = numbered(index + 1);
   const std::string current = numbered(index);
   const std::string previous = numbered(index - 1);
   if (Exists(top)) std::remove(top.c_str());
   if (Exists(current)) std::rename(current.c_str(), next.c_str());
-  if (index < 2)
+  if (index == 1) {
     std::rename(path.c_str(), current.c_str());
-  else if (Exists(previous))
+  } else if (Exists(previous)) {
     std::rename(previous.c_str(), current.c_str());
+  }
 }
 
 }  // namespace logging

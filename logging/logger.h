@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 
 #include "logging/log_level.h"
@@ -12,25 +11,25 @@ namespace logging {
 
 // The log of one source. Loggers of this and of other processes append to one file, which each line opens and closes.
 //
-// Logging has no failure result: a message that is rejected, or that can't be written, is dropped. The one thing raised
-// is the std::filesystem::filesystem_error of a failing probe, named "exists" or "file_size".
+// Logging has no failure result: a message that is rejected, or that can't be written, is dropped. The one exception is
+// the std::filesystem::filesystem_error of a probe of the log directory that fails, named "exists" or "file_size".
 //
-// Not guarded: a logger belongs to the one thread that uses it.
+// A logger isn't guarded: one thread uses it.
 class Logger {
  public:
-  // Component numbers are 0 or have eight digits with the last six 0; they become the second and third digit of codes.
-  // The file is the default one, ZQRMLOG.LOG in the log directory, unless the redirect file there holds another
-  // directory; ".." in it means the default too. Raises "exists" when the redirect file can't be looked for.
+  // Logs as `sourceName`, with codes of the component `componentNumber` (MessageCode), to ZQRMLOG.LOG in the log
+  // directory. If the redirect file zqlgrphf.lef in that directory holds another directory than "..", to ZQRMLOG.LOG
+  // there. Raises "exists" if the redirect file can't be looked for.
   Logger(std::string sourceName, std::int32_t componentNumber);
 
-  // Writes to the file that SetLogFile makes of logFile, and doesn't look at the redirect file.
+  // The same to the file that SetLogFile makes of logFile, without a look at the redirect file.
   Logger(std::string sourceName, std::string logFile, std::int32_t componentNumber);
 
-  // Each writes a message at its level, with `percent` in front of the text when it is above 0. An id below 100000000
-  // becomes a nine-digit code: the level's digit, the component's two, the id's six; any other id is the code already.
+  // Each writes a message at its level, with `percent` in front of the text when it is above 0 and with the code that
+  // MessageCode makes of the id.
   //
-  // Returns the logger's record, valid until its next message. For a message below the active level that is still the
-  // last accepted message, or an empty one.
+  // Returns the record of the message. For a message below the active level, which is rejected, returns that of the last
+  // accepted message, empty if there was none. The logger owns the record and overwrites it with its next message.
   const LogRecord* LogCritical(std::int32_t id, MessageText text, double percent) {
     return Log(kCritical, id, text, percent);
   }
@@ -59,11 +58,11 @@ class Logger {
     return Log(kDebug3, id, text, percent);
   }
 
-  // As above, and first prints the text to standard output, with no line end. Passes every filter.
+  // The same at a level that passes every filter. First prints the text to standard output, with no line end.
   const LogRecord* LogConsole(std::int32_t id, MessageText text, double percent);
 
-  // Reports how far a step has come: `completed` of `total`, in the band of the whole scale that begins at `start`
-  // percent and is `span` percent wide. Never shows more than the band's end.
+  // Logs at level normal how far a step has come: `completed` of `total`, mapped to the band of the whole scale that
+  // begins at `start` percent and is `span` percent wide. Shows at most the end of the band.
   void LogProgress(double completed, double total, double span, double start);
 
   // Forces the active level, kDebug3 to kConsole; -1 leaves it to the flag files again. Other numbers are ignored.
@@ -72,8 +71,8 @@ class Logger {
   // The level in force: the one forced by SetLevel, else that of FlaggedLevel. A message below it is rejected.
   std::int32_t GetActiveLevel() const;
 
-  // Sets the log file: a path, or a bare name in the log directory, made a log's name by NormalizeLogName. "nolog"
-  // switches writing off; messages are then only recorded. An empty text changes nothing.
+  // Sets the log file to the name that NormalizeLogName makes of `logFile`, a path or a bare name in the log directory.
+  // "nolog" switches writing off; messages are then only recorded. An empty text changes nothing.
   void SetLogFile(std::string logFile);
 
   // The log file's path, or "nolog".
@@ -81,19 +80,13 @@ class Logger {
 
  private:
   const LogRecord* Log(LogLevel level, std::int32_t id, MessageText text, double percent);
-  // `data`, a block of malloc or null, goes over to the record when the message is accepted.
-  const LogRecord* WriteMessage(const std::string& source, std::int32_t code, MessageText text, LogLevel level,
-                                double percent, void* data, std::string dataType);
   void WriteLine() const;
   void RotateStep(std::int32_t index) const;
 
   std::string name;
-  std::unique_ptr<LogRecord> record = std::make_unique<LogRecord>();  // reused by every message
+  LogRecord record;  // of the last accepted message; each one overwrites it
   std::string path;
   std::int32_t levelOverride = -1;
-  std::int32_t maxFiles = 50;
-  std::int32_t maxBytes = 5000000;
-  std::string redirectFile = "zqlgrphf.lef";
   std::int32_t componentBase;
 };
 

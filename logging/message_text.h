@@ -8,12 +8,12 @@
 
 namespace logging {
 
-// The text of a log message, or a way to make it. A callable is called when the message has passed the filter, and at
-// most once, so that a message nobody wants costs no text:
+// The text of a log message, or a callable that makes it. The callable is called only after the message has passed the
+// filter, and once, so that no text is made for a message that is rejected:
 //
 //   logger.LogDebug2(7600, [&] { return "Set TimeStamp:" + WideToNarrow(stamp); }, 0.0);
 //
-// Owns nothing and allocates nothing: what it was made from must outlive the call it is handed to, as an argument
+// It owns nothing and allocates nothing. What it was made from must outlive the call that takes it, as an argument
 // written in place does.
 class MessageText {
  public:

@@ -12,7 +12,6 @@ Logger& GetModelLogger() {
     const LogDirectory& directory = GetLogDirectory();
     EnsureDirectory(directory.path);
     logger = new Logger("ZQ_RMT_MODELS", directory.File(kDefaultLogName), 27000000);
-    logger->SetLevel(-1);
   }
   return *logger;
 }

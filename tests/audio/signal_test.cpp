@@ -3,6 +3,7 @@
 #include <new>
 
 #include "audio/capture_sink.h"
+#include "audio/outcome_codes.h"
 #include "audio/tone_source.h"
 #include "tests/audio/outcome.h"
 
@@ -48,10 +49,10 @@ TEST(Tone, HasThePublishedSamples) {
 
 TEST(Tone, FillsWholeFramesFromItsStartEachTime) {
   ToneSourceClass tone(1200);
-  EXPECT_EQ(OutcomeOf([&] { tone.Synthesize(); }), 995583) << "without a format";
+  EXPECT_EQ(OutcomeOf([&] { tone.Synthesize(); }), kNotSetUp) << "without a format";
   EXPECT_EQ(tone.FillRenderBuffer(100, nullptr), 0U);
   RenderFormatBlock format = FixedTestFormat;
-  format.bytes[12] = 16;  // nBlockAlign: the tone is no whole number of such frames
+  format.header.nBlockAlign = 16;  // the tone is no whole number of such frames
   tone.SetFormat(format);
   tone.Synthesize();
   std::vector<std::uint8_t> whole(16 * 6000), part(16 * 100);
@@ -85,7 +86,7 @@ TEST(SampleBuffer, TakesOnlyWhatFitsWhole) {
   EXPECT_FALSE(buffer.Write(kBytes, 2) || buffer.Write(kBytes, 0xFFFFFFFFU) || buffer.Write(nullptr, 0));
   refuseMemory = true;
   EXPECT_FALSE(buffer.Allocate(2));
-  EXPECT_EQ(OutcomeOf([] { CaptureSinkClass sink; }), 990414);
+  EXPECT_EQ(OutcomeOf([] { CaptureSinkClass sink; }), kNoMemoryForSink);
   EXPECT_TRUE(Samples(ToneSourceClass(1200)).empty());
   refuseMemory = false;
   EXPECT_TRUE(buffer.Write(kBytes, 1) && buffer.Write(kBytes, 0));
@@ -95,9 +96,9 @@ using Values = std::vector<double>;
 
 CaptureFormatBlock Format(int bits, int validBits, std::uint8_t blockAlign) {
   CaptureFormatBlock format;
-  format.bytes[12] = blockAlign;
-  format.bytes[14] = static_cast<std::uint8_t>(bits);
-  format.bytes[18] = static_cast<std::uint8_t>(validBits);
+  format.header.nBlockAlign = blockAlign;
+  format.header.wBitsPerSample = static_cast<std::uint16_t>(bits);
+  format.tail[0] = static_cast<std::uint8_t>(validBits);
   return format;
 }
 
@@ -118,8 +119,9 @@ TEST(CaptureSink, DecodesByBitsAndValidBits) {
   EXPECT_EQ(Normalized(20, 20, {0, 0, 8, 0, 0, 4}), (Values{-1.0, 0.5}));
   EXPECT_EQ(Normalized(32, 32, {0, 0, 0, 0x80, 0, 0, 0, 0x40}), (Values{-1.0, 0.5}));
   EXPECT_EQ(Normalized(4, 0, {0x81}), Values{129 / 8.0});
+  EXPECT_EQ(Normalized(8, 0, {0x80}), Values{-1.0}) << "silence of 8 bits, which are unsigned";
   EXPECT_EQ(Normalized(16, 16, {0, 0, 0, 0x40, 0, 0, 0, 0x40, 1}), (Values{0.0, 0.5, 0.0, 0.5})) << "a byte over";
-  for (const int bits : {0, 33}) EXPECT_EQ(OutcomeOf([&] { Normalized(bits, bits, {}); }), 995582);
+  for (const int bits : {0, 33}) EXPECT_EQ(OutcomeOf([&] { Normalized(bits, bits, {}); }), kPlatformError);
 }
 
 TEST(CaptureSink, StoresAPacketWholeOrNotAtAll) {
@@ -129,12 +131,12 @@ TEST(CaptureSink, StoresAPacketWholeOrNotAtAll) {
     return OutcomeOf([&] { sink.AppendFrames(data, frames); });
   };
   EXPECT_EQ(append(kBytes, 499999), 0);
-  EXPECT_EQ(append(kBytes, 2), 995727);
-  EXPECT_EQ(append(kBytes, 0x40000000), 995727) << "in 32 bits, 0 bytes";
-  EXPECT_EQ(append(nullptr, 1), 995727);
+  EXPECT_EQ(append(kBytes, 2), kSinkWriteFailed);
+  EXPECT_EQ(append(kBytes, 0x40000000), kSinkWriteFailed) << "in 32 bits, 0 bytes";
+  EXPECT_EQ(append(nullptr, 1), kSinkWriteFailed);
   EXPECT_EQ(sink.DecodeSamples().size(), 499999U);
   EXPECT_EQ(append(kBytes, 1), 0);
-  EXPECT_EQ(append(kBytes, 1), 995727);
+  EXPECT_EQ(append(kBytes, 1), kSinkWriteFailed);
 }
 
 }  // namespace

@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 
-#include "audio/capture_stream.h"
-#include "audio/render_stream.h"
-#include "audio/volume_snapshot.h"
+#include "audio/audio_capture_stream.h"
+#include "audio/audio_render_stream.h"
+#include "audio/endpoint_volume_snapshot.h"
+#include "audio/outcome_codes.h"
 #include "platform/audio_platform.h"
 #include "tests/audio/outcome.h"
 #include "tests/support/temp_directory.h"
@@ -46,11 +48,12 @@ TEST(Endpoint, IsBoundWhenItsWholeIdOccursInTheName) {
   const std::string xyz = R"({"id":"{xyz}","flow":"capture","levels":[0.25]})";
   const std::string accented = R"({"id":"{\u00C9}","flow":"capture","levels":[0.125]})";
   EXPECT_EQ(Bound(abc, u"SWD\\MMDEVAPI\\{0.0.1.00000000}.{abc}"), 0.5);
-  EXPECT_EQ(Bound(abc, u"{0.0.1.00000000}"), 770117) << "shorter than the id";
+  EXPECT_EQ(Bound(abc, u"{0.0.1.00000000}"), kEndpointNotFound) << "shorter than the id";
   EXPECT_EQ(Bound(abc + "," + xyz, u"{XYZ} and {0.0.1.00000000}.{ABC}"), 0.5);
   EXPECT_EQ(Bound(xyz + "," + accented, u"{\u00C9}"), 0.125);
-  EXPECT_EQ(Bound(xyz + "," + accented, u"{\u00E9}"), 770117) << "only A to Z are folded";
-  EXPECT_EQ(Bound(R"({"id":"x","flow":"capture","state":"unplugged"},{"id":"y","flow":"render"})", u"x y"), 770117);
+  EXPECT_EQ(Bound(xyz + "," + accented, u"{\u00E9}"), kEndpointNotFound) << "only A to Z are folded";
+  EXPECT_EQ(Bound(R"({"id":"x","flow":"capture","state":"unplugged"},{"id":"y","flow":"render"})", u"x y"),
+            kEndpointNotFound);
 }
 
 constexpr char kSpeakers[] =
@@ -71,7 +74,7 @@ TEST(VolumeSnapshot, PutsBackWhatItSaved) {
   snapshot.RestoreMute();
   snapshot.RestoreLevels();
   EXPECT_TRUE(machine.Shows(R"("levels":[0.25,0.75],"muted":true)"));
-  EXPECT_EQ(OutcomeOf([] { EndpointVolumeSnapshotClass nothing(nullptr); }), 995571);
+  EXPECT_EQ(OutcomeOf([] { EndpointVolumeSnapshotClass nothing(nullptr); }), kNoEndpointGiven);
 }
 
 TEST(RenderStream, TakesOverTheNamedEndpointInPlace) {
@@ -88,14 +91,14 @@ TEST(RenderStream, TakesOverTheNamedEndpointInPlace) {
     snapshot.SetAllLevels(-1.0F);
     EXPECT_TRUE(machine.Shows(R"("levels":[0,0])"));
     const std::string before = machine.State();
-    EXPECT_EQ(OutcomeOf([&] { stream.Initialize(FixedTestFormat); }), 995583);
+    EXPECT_EQ(OutcomeOf([&] { stream.Initialize(FixedTestFormat); }), kNotSetUp);
     EXPECT_EQ(machine.State(), before) << "no platform call without a buffer duration";
     stream.SetBufferDuration(15000000);
     stream.Initialize(FixedTestFormat);
-    EXPECT_EQ(stream.GetFormat(), FixedTestFormat);
+    EXPECT_EQ(std::memcmp(&stream.GetFormat(), &FixedTestFormat, sizeof FixedTestFormat), 0);
   }
   EXPECT_TRUE(machine.Shows(R"("liveObjects":0)"));
-  EXPECT_EQ(OutcomeOf([] { AudioEndpointClass endpoint(eCapture); }), 995582) << "there is no such default";
+  EXPECT_EQ(OutcomeOf([] { AudioEndpointClass endpoint(eCapture); }), kPlatformError) << "there is no such default";
 }
 
 TEST(CaptureStream, OffersTheDefaultEndpointsFormat) {
@@ -106,14 +109,15 @@ TEST(CaptureStream, OffersTheDefaultEndpointsFormat) {
   const struct {
     std::string role, format, closest, fault;
     int outcome, bits, validBits, channelMask;
-  } cases[] = {{"multimedia", wide, "null", "", 0, 24, 24, 3},
-               {"multimedia", wide, speech, "", 0, 16, 16, 3},  // a match replaces 20 bytes, without the mask
-               {"multimedia", wide, plain, "", 0, 16, 0, 3},    // this one holds 18
-               {"multimedia", plain, "null", "", 0, 16, 0, 0},
-               {"multimedia", wide, R"("none")", "", 995582, 24, 24, 3},
-               {"console", wide, "null", "", 995582, 0, 0, 0},
-               {"multimedia", wide, "null", emptyHanded + R"("IMMDevice::OpenPropertyStore"})", 995582, 0, 0, 0},
-               {"multimedia", wide, "null", emptyHanded + R"("IAudioClient::IsFormatSupported"})", 995582, 24, 24, 3}};
+  } cases[] = {
+      {"multimedia", wide, "null", "", 0, 24, 24, 3},
+      {"multimedia", wide, speech, "", 0, 16, 16, 3},  // a match replaces 20 bytes, without the mask
+      {"multimedia", wide, plain, "", 0, 16, 0, 3},    // this one holds 18
+      {"multimedia", plain, "null", "", 0, 16, 0, 0},
+      {"multimedia", wide, R"("none")", "", kPlatformError, 24, 24, 3},
+      {"console", wide, "null", "", kPlatformError, 0, 0, 0},
+      {"multimedia", wide, "null", emptyHanded + R"("IMMDevice::OpenPropertyStore"})", kPlatformError, 0, 0, 0},
+      {"multimedia", wide, "null", emptyHanded + R"("IAudioClient::IsFormatSupported"})", kPlatformError, 24, 24, 3}};
   for (const auto& row : cases) {
     SCOPED_TRACE(row.role + row.format + row.closest + row.fault);
     const Machine machine(R"({"id":"default","flow":"capture","default":[")" + row.role + R"("],"format":)" +
@@ -122,13 +126,13 @@ TEST(CaptureStream, OffersTheDefaultEndpointsFormat) {
                           row.fault);
     AudioCaptureStreamClass stream(u"bound");
     const std::string before = machine.State();
-    EXPECT_EQ(OutcomeOf([&] { stream.Initialize(); }), 995583);
+    EXPECT_EQ(OutcomeOf([&] { stream.Initialize(); }), kNotSetUp);
     EXPECT_EQ(machine.State(), before) << "no platform call without a buffer duration";
     stream.SetBufferDuration(15000000);
     EXPECT_EQ(OutcomeOf([&] { stream.Initialize(); }), row.outcome);
-    EXPECT_EQ(stream.GetFormat().wBitsPerSample(), row.bits);
+    EXPECT_EQ(int{stream.GetFormat().header.wBitsPerSample}, row.bits);
     EXPECT_EQ(stream.GetFormat().validBits(), row.validBits);
-    EXPECT_EQ(stream.GetFormat().bytes[20], row.channelMask);
+    EXPECT_EQ(stream.GetFormat().tail[2], row.channelMask);
   }
 }
 

@@ -14,7 +14,7 @@ TEST_F(LoggerTest, LineHoldsTheFieldsThatTheRecordHas) {
       {-5.0, "", "", ", [s]\n"},
       {1e20, "x\ny", "T", "100000000000000000000% x\ny, DataType included: T, [s]\n"}};
   for (const auto& [percent, text, dataType, end] : kRows) {
-    const LogRecord record{"now", "744000001", 8, text, "s", nullptr, dataType, percent};
+    const LogRecord record{"now", "744000001", 8, text, "s", dataType, percent};
     EXPECT_EQ(LogLine(record), "now, 744000001, warning: " + end);
   }
 }

@@ -16,8 +16,8 @@ struct Exchange {
 };
 
 // The frame of a reply, with `core` behind the eight plain members.
-std::string Reply(const std::string& code, const std::string& message, const std::string& nested = "") {
-  return R"({"CoreData":{"TimeStamp":"","TaskName":"","TaskID":"","TaskVersion":"","ReturnCode":)" + code +
+std::string Reply(int code, const std::string& message, const std::string& nested = "") {
+  return R"({"CoreData":{"TimeStamp":"","TaskName":"","TaskID":"","TaskVersion":"",)" + ReturnCode(code) +
          R"(,"ReturnMessage":")" + message + R"(","Result":"","Status":"")" + nested + "}}";
 }
 
@@ -35,7 +35,7 @@ std::string Core(const std::string& members) {
   return R"({"CoreData":{)" + members + "}}";
 }
 
-const std::string kBadInput = Reply("744995686", "Bad JSON input.");
+const std::string kBadInput = Reply(ZQRMT_RETURN_BAD_INPUT, "Bad JSON input.");
 const std::string kNoAudio = Audio("-1", "0.0", "");
 
 const Exchange kExchanges[] = {
@@ -58,33 +58,34 @@ const Exchange kExchanges[] = {
     {"record_no_device", "AudioRecordTest", Core(""), kBadInput},
     {"record_device_not_an_object", "AudioRecordTest", Core(R"("DeviceInfo":7)"), kBadInput},
     {"play_no_endpoint", "AudioPlaybackTest", Core(R"("DeviceInfo":{})"),
-     Reply("744995686", "Bad JSON input.", Device(""))},
+     Reply(ZQRMT_RETURN_BAD_INPUT, "Bad JSON input.", Device(""))},
     {"record_no_audio_data", "AudioRecordTest", Core(R"("ReturnCode":-5,"DeviceInfo":{"DeviceInstanceID":"X"})"),
-     Reply("-5", "", Device("X"))},
+     Reply(-5, "", Device("X"))},
     {"record_null_audio_data", "AudioRecordTest", Core(R"("DeviceInfo":{"DeviceInstanceID":"X","AudioData":null})"),
-     Reply("0", "", Device("X"))},
+     Reply(0, "", Device("X"))},
     {"record_no_endpoint", "AudioRecordTest", Core(R"("DeviceInfo":{"AudioData":{}})"),
-     Reply("0", "", Device("", kNoAudio))},
+     Reply(0, "", Device("", kNoAudio))},
     {"record_unknown_endpoint", "AudioRecordTest",
      Core(R"("DeviceInfo":{"DeviceInstanceID":"X","AudioData":{"targetDevice":"Y"}})"),
-     Reply("744770117", "Could not find device", Device("X", Audio("-1", "0.0", "Y")))},
+     Reply(ZQRMT_RETURN_NO_ENDPOINT, "Could not find device", Device("X", Audio("-1", "0.0", "Y")))},
     {"record_unknown_render_endpoint", "AudioRecordTest",
      Core(R"("DeviceInfo":{"DeviceInstanceID":"{0.0.1.00000000}.{mic}","AudioData":{"targetDevice":"Y"}})"),
-     Reply("744770117", "Could not find device", Device(kMic, Audio("-1", "0.0", "Y")))},
+     Reply(ZQRMT_RETURN_NO_ENDPOINT, "Could not find device", Device(kMic, Audio("-1", "0.0", "Y")))},
     {"play_unknown_endpoint_keeps_audio_data", "AudioPlaybackTest",
      Core(R"("DeviceInfo":{"DeviceInstanceID":"X","AudioData":{"maxAmplitude":1,"CommandExecuted":7}})"),
-     Reply("744770117", "Could not find device", Device("X", Audio("7", "0.0", "")))},
+     Reply(ZQRMT_RETURN_NO_ENDPOINT, "Could not find device", Device("X", Audio("7", "0.0", "")))},
     {"play_passes_over_the_code_sent", "AudioPlaybackTest",
      Core(R"("ReturnCode":5,"DeviceInfo":{"DeviceInstanceID":"SWD\\MMDEVAPI\\{0.0.0.00000000}.{SPEAKER}"})"),
-     Reply("244995729", "Audio Playback Test passed.", Device(R"(SWD\\MMDEVAPI\\{0.0.0.00000000}.{SPEAKER})"))},
+     Reply(ZQRMT_RETURN_PLAYBACK_PASSED, "Audio Playback Test passed.",
+           Device(R"(SWD\\MMDEVAPI\\{0.0.0.00000000}.{SPEAKER})"))},
     {"record_keeps_the_code_sent", "AudioRecordTest",
      Core(R"("ReturnCode":5,"DeviceInfo":{"DeviceInstanceID":"{0.0.1.00000000}.{mic}","AudioData":{}})"),
-     Reply("5", "", Device(kMic, kNoAudio))},
+     Reply(5, "", Device(kMic, kNoAudio))},
     {"known_keys_in_wire_order", "AudioPlaybackTest",
      Core(R"("Status":"s","Unknown":[1],"Result":"r","TaskVersion":"v","TaskID":1,"TaskName":"n","TaskName":"m",)"
           R"("TimeStamp":"a\u0000b","ReturnCode":4.0)"),
-     R"({"CoreData":{"TimeStamp":"a","TaskName":"n","TaskID":"","TaskVersion":"v","ReturnCode":744995686,)"
-     R"("ReturnMessage":"Bad JSON input.","Result":"r","Status":"s"}})"},
+     R"({"CoreData":{"TimeStamp":"a","TaskName":"n","TaskID":"","TaskVersion":"v",)" +
+         ReturnCode(ZQRMT_RETURN_BAD_INPUT) + R"(,"ReturnMessage":"Bad JSON input.","Result":"r","Status":"s"}})"},
 };
 
 class ContractTest : public testing::TestWithParam<Exchange> {};
@@ -114,8 +115,8 @@ TEST_F(ModuleTest, NullTextIsAnEmptyText) {
 
 TEST_F(ModuleTest, WithoutAPlatformOnTheThreadTheTestFails) {
   AudioPlatformUninitialize();
-  EXPECT_NE(module.Record(kRecordContract).find("744995582"), std::string::npos);
-  EXPECT_NE(module.Play(kPlayContract).find("744995582"), std::string::npos);
+  EXPECT_NE(module.Record(kRecordContract).find(ReturnCode(ZQRMT_RETURN_PLATFORM)), std::string::npos);
+  EXPECT_NE(module.Play(kPlayContract).find(ReturnCode(ZQRMT_RETURN_PLATFORM)), std::string::npos);
 }
 
 TEST_F(ModuleTest, MeasuresTheToneAtFullLevelWhateverTheSettingsWere) {

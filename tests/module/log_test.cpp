@@ -13,10 +13,19 @@ namespace {
 using Lines = std::vector<std::string>;
 
 const std::string kTestSource = ", [ZQ_RMT_TESTS_AUDIO::AudioRecordTestClass]";
-const std::string kVersionLine = "244000000, normal: ZQRMTTestsAudio.dll. Version:2.4.4.0" + kTestSource;
+// Lines that report no outcome have small ids of the framework.
+constexpr int kVersionCode = ZQRMT_AUDIO_RETURN_CODE(ZQRMT_LEVEL_NORMAL, 0);
+constexpr int kProgressCode = ZQRMT_AUDIO_RETURN_CODE(ZQRMT_LEVEL_NORMAL, 2);
+const std::string kVersionText = "ZQRMTTestsAudio.dll. Version:2.4.4.0";
+
+std::string Line(int code, const std::string& levelAndText) {
+  return std::to_string(code) + ", " + levelAndText + kTestSource;
+}
+
+const std::string kVersionLine = Line(kVersionCode, "normal: " + kVersionText);
 
 std::string Progress(const std::string& percent) {
-  return "244000002, normal: " + percent + "Progress completed" + kTestSource;
+  return Line(kProgressCode, "normal: " + percent + "Progress completed");
 }
 
 TEST(LogTest, ALoadWritesItsVersionForEachTestObject) {
@@ -30,7 +39,7 @@ TEST(LogTest, APassingRecordTestShowsItsProgressAndItsPass) {
   EXPECT_EQ(module.LogLines(),
             Lines({kVersionLine, kVersionLine, Progress(""), Progress("1% "), Progress("2% "), Progress("15% "),
                    Progress("16% "), Progress("17% "), Progress("90% "), Progress("99% "), Progress("100% "),
-                   "244995728, normal: Audio Record Test passed." + kTestSource}));
+                   Line(ZQRMT_RETURN_RECORD_PASSED, "normal: Audio Record Test passed.")}));
 }
 
 TEST(LogTest, AFailingTestStillReachesTheEndOfItsProgress) {
@@ -38,24 +47,24 @@ TEST(LogTest, AFailingTestStillReachesTheEndOfItsProgress) {
   module.StartMachine(R"({"endpoints": []})");
   module.Record(kRecordContract);
   module.Play(kPlayContract);
-  EXPECT_EQ(module.LogLines(),
-            Lines({kVersionLine, kVersionLine, Progress(""), "744770117, warning: Could not find device" + kTestSource,
-                   Progress("100% "), Progress(""), "744995582, warning: Microsoft API Error" + kTestSource}));
+  EXPECT_EQ(
+      module.LogLines(),
+      Lines({kVersionLine, kVersionLine, Progress(""), Line(ZQRMT_RETURN_NO_ENDPOINT, "warning: Could not find device"),
+             Progress("100% "), Progress(""), Line(ZQRMT_RETURN_PLATFORM, "warning: Microsoft API Error")}));
 }
 
 TEST(LogTest, AFlagThatHidesTheOutcomeGivesTheHostTheLastLineThatWasShown) {
   ModuleUnderTest module;
   module.StartMachine(QuietMachine());
   module.SetFlag("critical");
-  EXPECT_NE(module.Play("").find(R"("ReturnCode":244000000,"ReturnMessage":"ZQRMTTestsAudio.dll. Version:2.4.4.0")"),
-            std::string::npos);
+  EXPECT_NE(module.Play("").find(ReturnCode(kVersionCode) + R"(,"ReturnMessage":")" + kVersionText), std::string::npos);
 }
 
 TEST(LogTest, LinesBeforeTheDirectoryIsThereAreLost) {
   ModuleUnderTest module([](const auto&) {});
   module.StartMachine(QuietMachine());
-  EXPECT_NE(module.Play(kPlayContract).find("244995729"), std::string::npos);
-  EXPECT_EQ(module.LogLines(), Lines({"244995729, normal: Audio Playback Test passed." + kTestSource}));
+  EXPECT_NE(module.Play(kPlayContract).find(ReturnCode(ZQRMT_RETURN_PLAYBACK_PASSED)), std::string::npos);
+  EXPECT_EQ(module.LogLines(), Lines({Line(ZQRMT_RETURN_PLAYBACK_PASSED, "normal: Audio Playback Test passed.")}));
 }
 
 TEST(LogTest, TheMostTalkativeFlagDecidesFromTheNextLineOn) {

@@ -1,52 +1,64 @@
-#include "audiotests/outcome_table.h"
-
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
 
+#include "audio/outcome_codes.h"
+#include "audiotests/outcome_table.h"
+#include "audiotests/zqrmt_return_codes.h"
 #include "tests/support/process.h"
 #include "tests/support/temp_directory.h"
 
 namespace {
 
+using ZQ_RMT_TESTS_AUDIO::OutcomeTable;
 using ZQ_RMT_TESTS_AUDIO::ReportOutcome;
 
-// No sequence reaches the outcomes that aren't in the table, so they are reported here by hand.
-TEST(OutcomeTest, ACodeOutsideTheTableIsNotHandledOrWhatWasLoggedLast) {
-  TempDirectory log;
-  SetEnvironment("ZQRMT_LOG_DIRECTORY", log.Path().string());
-  logging::Logger logger("Source", 44000000);
-  ZQ_RMT_MODELS::CoreData core;
-  core.ReturnMessage = u"old";
+class OutcomeTest : public testing::Test {
+ protected:
+  static logging::Logger LoggerIn(const TempDirectory& log) {
+    SetEnvironment("ZQRMT_LOG_DIRECTORY", log.Path().string());
+    return logging::Logger("Source", ZQRMT_AUDIO_COMPONENT * 1000000);
+  }
 
-  ReportOutcome(995571, &logger, &core);
+  TempDirectory log;
+  logging::Logger logger = LoggerIn(log);
+  ZQ_RMT_MODELS::CoreData core;
+};
+
+// What hosts read in the public header against what the logger composes.
+TEST_F(OutcomeTest, EachIsReportedWithItsPublishedCode) {
+  const std::tuple<std::int32_t, std::int32_t, std::u16string> published[] = {
+      {ZQRMT_OUTCOME_NO_ENDPOINT, ZQRMT_RETURN_NO_ENDPOINT, u"Could not find device"},
+      {ZQRMT_OUTCOME_NO_MEMORY, ZQRMT_RETURN_NO_MEMORY, u"memory could not be allocated to Buffer"},
+      {ZQRMT_OUTCOME_PLATFORM, ZQRMT_RETURN_PLATFORM, u"Microsoft API Error"},
+      {ZQRMT_OUTCOME_BAD_INPUT, ZQRMT_RETURN_BAD_INPUT, u"Bad JSON input."},
+      {ZQRMT_OUTCOME_TOO_MUCH_SOUND, ZQRMT_RETURN_TOO_MUCH_SOUND, u"Unable to write to buffer."},
+      {ZQRMT_OUTCOME_RECORD_PASSED, ZQRMT_RETURN_RECORD_PASSED, u"Audio Record Test passed."},
+      {ZQRMT_OUTCOME_PLAYBACK_PASSED, ZQRMT_RETURN_PLAYBACK_PASSED, u"Audio Playback Test passed."}};
+  ASSERT_EQ(OutcomeTable.size(), std::size(published));
+  for (const auto& [id, code, message] : published) {
+    ReportOutcome(id, &logger, &core);
+    EXPECT_EQ(core.ReturnCode, code);
+    EXPECT_EQ(core.ReturnMessage, message);
+  }
+}
+
+// No sequence reaches an outcome that isn't in the table.
+TEST_F(OutcomeTest, AnotherIsNotHandledOrShowsWhatWasLoggedLast) {
+  core.ReturnMessage = u"old";
+  ReportOutcome(audio::kNoEndpointGiven, &logger, &core);
   EXPECT_EQ(core.ReturnCode, 0) << "the logger has accepted nothing yet";
   EXPECT_EQ(core.ReturnMessage, u"");
 
   logger.LogProgress(50.0, 100.0, 100.0, 0.0);
-  ReportOutcome(995583, &logger, &core);
-  EXPECT_EQ(core.ReturnCode, 244000002);
+  ReportOutcome(audio::kNotSetUp, &logger, &core);
+  EXPECT_EQ(core.ReturnCode, ZQRMT_AUDIO_RETURN_CODE(ZQRMT_LEVEL_NORMAL, 2));
   EXPECT_EQ(core.ReturnMessage, u"Progress completed");
 
   std::ofstream(log / "debug3.flg");
-  ReportOutcome(995571, &logger, &core);
-  EXPECT_EQ(core.ReturnCode, 544000001);
+  ReportOutcome(audio::kNotSetUp, &logger, &core);
+  EXPECT_EQ(core.ReturnCode, ZQRMT_AUDIO_RETURN_CODE(5, 1));
   EXPECT_EQ(core.ReturnMessage, u"Not handled");
-  EXPECT_EQ(ZQ_RMT_TESTS_AUDIO::OutcomeTable.size(), 7U);
-}
-
-TEST(OutcomeTest, MemoryAndSinkFailuresHaveTheirTexts) {
-  TempDirectory log;
-  SetEnvironment("ZQRMT_LOG_DIRECTORY", log.Path().string());
-  logging::Logger logger("Source", 44000000);
-  ZQ_RMT_MODELS::CoreData core;
-  ReportOutcome(990414, &logger, &core);
-  EXPECT_EQ(core.ReturnCode, 744990414);
-  EXPECT_EQ(core.ReturnMessage, u"memory could not be allocated to Buffer");
-  ReportOutcome(995727, &logger, &core);
-  EXPECT_EQ(core.ReturnCode, 744995727);
-  EXPECT_EQ(core.ReturnMessage, u"Unable to write to buffer.");
 }
 
 }  // namespace

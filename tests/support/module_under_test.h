@@ -6,8 +6,14 @@
 #include <string_view>
 #include <vector>
 
+#include "audiotests/zqrmt_return_codes.h"
 #include "tests/support/module_file.h"
 #include "tests/support/temp_directory.h"
+
+// How a reply shows the return code.
+inline std::string ReturnCode(int code) {
+  return R"("ReturnCode":)" + std::to_string(code);
+}
 
 // One operation of the trace.
 struct Operation {

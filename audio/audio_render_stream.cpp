@@ -1,4 +1,4 @@
-#include "audio/render_stream.h"
+#include "audio/audio_render_stream.h"
 
 #include <utility>
 
@@ -12,7 +12,7 @@ AudioRenderStreamClass::AudioRenderStreamClass(std::u16string name) : AudioStrea
 
 void AudioRenderStreamClass::Initialize(const RenderFormatBlock& format) {
   RequireBufferDuration();
-  InitializeClient(AUDCLNT_STREAMFLAGS_AUTOCONVERTPCM | AUDCLNT_STREAMFLAGS_SRC_DEFAULT_QUALITY, WaveFormat(format));
+  InitializeClient(AUDCLNT_STREAMFLAGS_AUTOCONVERTPCM | AUDCLNT_STREAMFLAGS_SRC_DEFAULT_QUALITY, format.header);
   format_ = format;
 
   UINT32 frames = 0;

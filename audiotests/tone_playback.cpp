@@ -1,4 +1,4 @@
-#include "audiotests/playing.h"
+#include "audiotests/tone_playback.h"
 
 #include "platform/core_audio.h"
 
@@ -6,7 +6,7 @@ namespace ZQ_RMT_TESTS_AUDIO {
 namespace {
 
 constexpr DWORD kPollInterval = 10;  // ms
-// The snapshot limits a level to 1.0: this asks for the most there is.
+// Above any level, so that the snapshot, which limits levels to 1.0, sets the highest.
 constexpr float kHighestLevel = 100.0F;
 
 }  // namespace

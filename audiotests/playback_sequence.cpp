@@ -1,11 +1,12 @@
-#include "audiotests/audio_playback_test.h"
+#include "audiotests/playback_sequence.h"
 
-#include "audio/render_stream.h"
+#include "audio/audio_render_stream.h"
+#include "audio/endpoint_volume_snapshot.h"
 #include "audio/tone_source.h"
-#include "audio/volume_snapshot.h"
 #include "audiotests/outcome_table.h"
-#include "audiotests/outcomes.h"
-#include "audiotests/playing.h"
+#include "audiotests/reply_text.h"
+#include "audiotests/tone_playback.h"
+#include "audiotests/zqrmt_return_codes.h"
 
 namespace ZQ_RMT_TESTS_AUDIO {
 namespace {
@@ -16,41 +17,39 @@ constexpr std::int32_t kHighestFrequency = 1100;
 
 }  // namespace
 
-AudioPlaybackTestClass::AudioPlaybackTestClass() : logger(CreateTestLogger()), contract(CreateContract()) {}
-
 char16_t* AudioPlaybackTestClass::RunAudioPlaybackTest(const char16_t* text) {
   logger->LogProgress(0.0, 100.0, 100.0, 0.0);
-  contract = CreateContract();
+  contract = std::make_unique<ZQ_RMT_MODELS::RMTDataContract>();
   RunContract(text);
-  char16_t* const reply = DuplicateText(contract->Serialize());
+  char16_t* const reply = ReplyText(contract->Serialize());
   contract.reset();
   return reply;
 }
 
 void AudioPlaybackTestClass::RunContract(const char16_t* text) {
-  // Text that can't be used leaves the fresh core record, which names no device either.
+  // A text that is no contract leaves the fresh core record, which names no endpoint either.
   contract->Deserialize(text);
   ZQ_RMT_MODELS::CoreData* const core = contract->CoreData.get();
   if (core->DeviceInfo == nullptr || core->DeviceInfo->DeviceInstanceID.empty()) {
-    ReportOutcome(kBadInput, logger, core);
+    ReportOutcome(ZQRMT_OUTCOME_BAD_INPUT, logger, core);
     return;
   }
   try {
     Play(core->DeviceInfo->DeviceInstanceID);
-    ReportOutcome(kPlaybackPassed, logger, core);
+    ReportOutcome(ZQRMT_OUTCOME_PLAYBACK_PASSED, logger, core);
   } catch (int outcome) {
     ReportOutcome(outcome, logger, core);
   }
 }
 
 void AudioPlaybackTestClass::Play(const std::u16string& renderName) {
-  // The default endpoint comes first: a system without one can't play, whatever the contract names.
+  // Binds the default endpoint first: on a system without one the test fails, whichever endpoint the contract names.
   audio::AudioRenderStreamClass render;
   audio::ToneSourceClass tone(kLowestFrequency, kHighestFrequency);
   audio::EndpointVolumeSnapshotClass settings(&render);
   render = audio::AudioRenderStreamClass(renderName);
   render.SetBufferDuration(kBufferDuration);
-  render.Initialize(renderFormat);
+  render.Initialize(audio::FixedTestFormat);
   tone.SetFormat(render.GetFormat());
   LoadTone(render, settings, tone);
   PlayOut(render);

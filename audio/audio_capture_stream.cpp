@@ -1,4 +1,4 @@
-#include "audio/capture_stream.h"
+#include "audio/audio_capture_stream.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -23,12 +23,12 @@ PROPVARIANT DefaultDeviceFormat(ComPtr<IMMDeviceEnumerator> enumerator) {
   return value;
 }
 
-// As much of the wave format as the value holds: none when the endpoint lacks the property. The rest stays 0.
+// As much of a wave format as the value holds, with 0 behind it. All of it is 0 if the endpoint lacks the property; the
+// negotiation fails then.
 CaptureFormatBlock FormatFrom(const PROPVARIANT& value) {
   CaptureFormatBlock format;
   if (value.vt != VT_BLOB || value.blob.pBlobData == nullptr) return format;
-  const std::size_t held = std::min<std::size_t>(format.bytes.size(), value.blob.cbSize);
-  std::memcpy(format.bytes.data(), value.blob.pBlobData, held);
+  std::memcpy(&format, value.blob.pBlobData, std::min<std::size_t>(sizeof format, value.blob.cbSize));
   return format;
 }
 
@@ -39,7 +39,7 @@ AudioCaptureStreamClass::AudioCaptureStreamClass(std::u16string name) : AudioStr
 void AudioCaptureStreamClass::Initialize() {
   RequireBufferDuration();
   NegotiateFormat();
-  InitializeClient(0, WaveFormat(format_));
+  InitializeClient(0, format_.header);
   captureClient_ = RequireInterface<IAudioCaptureClient>(
       [this](REFIID interfaceId, void** service) { return client_->GetService(interfaceId, service); });
 }
@@ -48,19 +48,21 @@ void AudioCaptureStreamClass::NegotiateFormat() {
   // The offer is the format of the system's default capture endpoint, whichever endpoint is bound.
   PROPVARIANT value = DefaultDeviceFormat(CreateEnumerator());
   format_ = FormatFrom(value);
+  // The format is copied by now, so it doesn't matter to the test whether this succeeds.
   PropVariantClear(&value);
 
   WAVEFORMATEX* match = nullptr;
-  const HRESULT status = client_->IsFormatSupported(AUDCLNT_SHAREMODE_SHARED, WaveFormat(format_), &match);
+  const HRESULT status = client_->IsFormatSupported(AUDCLNT_SHAREMODE_SHARED, &format_.header, &match);
   const CoTaskMemory<WAVEFORMATEX> closest(match);
   if (status == S_OK) return;
   if (status != S_FALSE || !closest) throw kPlatformError;
-  // A match replaces the first 20 bytes of the offer. One that holds no more than 18 has no valid bits; those of the
-  // offer, which is another format, would put the sign of its samples in the wrong place.
-  constexpr std::size_t kReplaced = 20;
-  const std::size_t held = sizeof(WAVEFORMATEX) + closest->cbSize;
-  std::fill_n(format_.bytes.begin(), kReplaced, std::uint8_t{0});
-  std::memcpy(format_.bytes.data(), closest.get(), std::min(kReplaced, held));
+  // A match replaces the header and the two bytes of the valid bits; the rest of the offer stays. A match that is a
+  // header alone, as of plain PCM, has no valid bits, and gets 0. Those of the offer, which is another format, would put
+  // the sign of the samples in the wrong place.
+  constexpr std::size_t kValidBitsBytes = 2;
+  format_.header = *closest;
+  std::fill_n(format_.tail.begin(), kValidBitsBytes, std::uint8_t{0});
+  std::memcpy(format_.tail.data(), closest.get() + 1, std::min<std::size_t>(kValidBitsBytes, closest->cbSize));
 }
 
 AudioCaptureStreamClass::Packet AudioCaptureStreamClass::ReadPacket() {

@@ -4,11 +4,12 @@
 #include <string>
 
 #include "audio/audio_stream.h"
+#include "audio/format_block.h"
 
 namespace audio {
 
-// Plays one buffer of samples, filled before the start:
-// SetBufferDuration, Initialize, GetBuffer, ReleaseBuffer, Start, GetCurrentPadding until it is 0, Stop.
+// Plays one buffer of samples, which is filled before the start. The order of calls: SetBufferDuration, Initialize,
+// GetBuffer, ReleaseBuffer, Start, GetCurrentPadding until it returns 0, Stop.
 class AudioRenderStreamClass : public AudioStreamClass {
  public:
   // Binds the default render endpoint.
@@ -18,18 +19,18 @@ class AudioRenderStreamClass : public AudioStreamClass {
 
   AudioRenderStreamClass& operator=(AudioRenderStreamClass&& other) = default;
 
-  // Sets the stream up in `format`, which the platform converts to whatever the endpoint runs at. Throws kNotSetUp,
-  // with no platform call made, before SetBufferDuration.
+  // Sets the stream up in `format`; the platform converts to the format that the endpoint runs at. Throws kNotSetUp,
+  // without any platform call, before SetBufferDuration.
   void Initialize(const RenderFormatBlock& format);
 
   // The format given to Initialize.
   const RenderFormatBlock& GetFormat() const { return format_; }
 
   struct Buffer {
-    std::uint8_t* data;    // the platform's, until ReleaseBuffer
+    std::uint8_t* data;    // owned by the platform, valid until ReleaseBuffer
     std::uint32_t frames;  // its size
   };
-  // The stream's whole buffer, to be written to. It is free before anything is queued.
+  // The stream's whole buffer, for the caller to fill. Throws kPlatformError if something is queued in it.
   Buffer GetBuffer();
   // Queues the first `frames` frames of the buffer.
   void ReleaseBuffer(std::uint32_t frames);

@@ -1,4 +1,4 @@
-#include "audio/volume_snapshot.h"
+#include "audio/endpoint_volume_snapshot.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,31 +1,34 @@
-#include "audiotests/audio_record_test.h"
+#include "audiotests/record_sequence.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
 #include <vector>
 
+#include "audio/audio_capture_stream.h"
+#include "audio/audio_render_stream.h"
 #include "audio/capture_sink.h"
-#include "audio/capture_stream.h"
+#include "audio/endpoint_volume_snapshot.h"
 #include "audio/format_block.h"
-#include "audio/render_stream.h"
 #include "audio/tone_source.h"
-#include "audio/volume_snapshot.h"
 #include "audiotests/outcome_table.h"
-#include "audiotests/outcomes.h"
-#include "audiotests/playing.h"
+#include "audiotests/reply_text.h"
+#include "audiotests/tone_playback.h"
+#include "audiotests/zqrmt_return_codes.h"
 
 namespace ZQ_RMT_TESTS_AUDIO {
 namespace {
 
-constexpr std::uint32_t kToneFrequency = 1200;       // Hz
-constexpr std::int64_t kToneBuffer = 15000000;       // units of 100 ns: room for the tone of one second
-constexpr std::int64_t kListeningBuffer = 30000000;  // the time of listening without a tone
+constexpr std::uint32_t kToneFrequency = 1200;  // Hz
+// Units of 100 ns. The first has room for the tone of one second and for what is captured before and after it; the second
+// is also how long a test without a tone listens.
+constexpr std::int64_t kToneBuffer = 15000000;
+constexpr std::int64_t kListeningBuffer = 30000000;
 constexpr std::int64_t kBufferUnitsPerMillisecond = 10000;
 constexpr float kFullLevel = 1.0F;
 
 // Keeps a capture endpoint's settings and sets it unmuted and to full level. Each level is read just before it is
-// changed, so a failure leaves the channels behind it as they were.
+// changed, so a failure leaves the channels that follow as they were.
 struct CaptureSettings {
   bool muted = false;
   std::vector<float> levels;
@@ -48,7 +51,8 @@ struct CaptureSettings {
   }
 };
 
-// Moves everything captured into the sink. At least one packet must be there.
+// Moves everything that was captured into the sink. Without any packet this fails: a capture that delivered nothing is a
+// failure of the platform, not silence.
 void Drain(audio::AudioCaptureStreamClass& capture, audio::CaptureSinkClass& sink) {
   do {
     const audio::AudioCaptureStreamClass::Packet packet = capture.ReadPacket();
@@ -65,14 +69,12 @@ double LargestMagnitude(const std::vector<double>& samples) {
 
 }  // namespace
 
-AudioRecordTestClass::AudioRecordTestClass() : logger(CreateTestLogger()), contract(CreateContract()) {}
-
 char16_t* AudioRecordTestClass::RunAudioRecordTest(const char16_t* text) {
   LogStage("Entering RunAudioRecordTest");
   LogProgressMark(0.0);
-  contract = CreateContract();
+  contract = std::make_unique<ZQ_RMT_MODELS::RMTDataContract>();
   RunContract(text);
-  char16_t* const reply = DuplicateText(contract->Serialize());
+  char16_t* const reply = ReplyText(contract->Serialize());
   contract.reset();
   return reply;
 }
@@ -82,19 +84,19 @@ void AudioRecordTestClass::RunContract(const char16_t* text) {
   const bool usable = contract->Deserialize(text);
   ZQ_RMT_MODELS::CoreData* const core = contract->CoreData.get();
   if (!usable || core->DeviceInfo == nullptr) {
-    ReportOutcome(kBadInput, logger, core);
+    ReportOutcome(ZQRMT_OUTCOME_BAD_INPUT, logger, core);
     return;
   }
   const ZQ_RMT_MODELS::DeviceInfo& device = *core->DeviceInfo;
-  if (device.AudioData == nullptr) return;
+  // A contract that asks for no recording comes back without an outcome.
+  if (device.AudioData == nullptr || device.DeviceInstanceID.empty()) return;
   renderName = device.AudioData->targetDevice;
-  if (device.DeviceInstanceID.empty()) return;
   captureName = device.DeviceInstanceID;
 
   RecordAndMeasure(captureName, renderName);
   LogProgressMark(100.0);
-  // A code that the host sent along stays: only a task without one is told that it passed.
-  if (core->ReturnCode == 0) ReportOutcome(kRecordPassed, logger, core);
+  // A code that came with the contract, or that a failing step has set, stays.
+  if (core->ReturnCode == 0) ReportOutcome(ZQRMT_OUTCOME_RECORD_PASSED, logger, core);
 }
 
 bool AudioRecordTestClass::RecordAndMeasure(std::u16string captureId, std::u16string renderId) {
@@ -128,7 +130,7 @@ bool AudioRecordTestClass::RecordAndMeasure(std::u16string captureId, std::u16st
     captureSettings.SaveAndSet(capture);
     LogProgressMark(2.0);
 
-    // The tone lies inside the capture whole: capture starts before it and stops after it.
+    // The capture starts before the tone and stops after it, so that it holds the whole tone.
     LogStage("Starting record and play");
     capture.Start();
     if (plays) {
