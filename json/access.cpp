@@ -13,24 +13,26 @@
 namespace json {
 namespace {
 
-constexpr std::int32_t kNoRootKey = 999;
+constexpr std::int32_t kNoRootKey = 999;  // the framework's, above RapidJSON's own codes
 
-// The value of four hexadecimal digits at `at`, or -1.
+bool IsDigit(char16_t unit) {
+  return unit >= u'0' && unit <= u'9';
+}
+
+// The value of the four hexadecimal digits at `at`, or -1 if there aren't four.
 std::int32_t HexUnit(std::u16string_view text, std::size_t at) {
   std::int32_t unit = 0;
   for (std::size_t i = at; i < at + 4; ++i) {
     if (i >= text.size()) return -1;
-    const char16_t digit = text[i];
-    const bool decimal = digit >= u'0' && digit <= u'9';
-    const char16_t lower = digit | 0x20;
-    if (!decimal && (lower < u'a' || lower > u'f')) return -1;
-    unit = unit * 16 + (decimal ? digit - u'0' : lower - u'a' + 10);
+    const char16_t lower = text[i] | 0x20;
+    if (!IsDigit(text[i]) && (lower < u'a' || lower > u'f')) return -1;
+    unit = unit * 16 + (IsDigit(text[i]) ? text[i] - u'0' : lower - u'a' + 10);
   }
   return unit;
 }
 
-// Whether an escape names the second half of a surrogate pair by itself. RapidJSON refuses a first half by itself, but
-// holds the second to be impossible: an assertion in one build, half a character in another.
+// Whether an escape stands for the second half of a surrogate pair without the first. RapidJSON refuses a first half
+// without the second, but asserts that the other case doesn't happen; without assertions it stores half a character.
 bool HasLoneSecondHalf(std::u16string_view text) {
   for (std::size_t at = text.find(u'\\'); at != text.npos; at = text.find(u'\\', at)) {
     if (at + 1 >= text.size() || text[at + 1] != u'u') {
@@ -39,55 +41,52 @@ bool HasLoneSecondHalf(std::u16string_view text) {
     }
     const std::int32_t unit = HexUnit(text, at + 2);
     if (unit >= 0xDC00 && unit <= 0xDFFF) return true;
-    // Behind a first half the parser itself wants a second.
+    // The parser checks the escape that follows a first half.
     at += unit >= 0xD800 && unit <= 0xDBFF ? 12 : 6;
   }
   return false;
 }
 
-// RapidJSON adds the exponent and the number of fraction digits as they stand, and reads outside its table of powers
-// when the sum overflows. An exponent of this many digits or more may be that far down, and gives 0 in any case.
-constexpr std::size_t kSafeExponentDigits = 9;
-
-bool IsDigit(char16_t unit) {
-  return unit >= u'0' && unit <= u'9';
+// Whether a negative exponent begins with the minus sign at `at`.
+bool IsExponentSign(std::u16string_view text, std::size_t at) {
+  return at > 0 && text[at] == u'-' && (text[at - 1] | 0x20) == u'e';
 }
 
-// Whether a negative exponent of so many digits begins somewhere, inside a string or not.
-bool MayHaveDeepExponent(std::u16string_view text) {
-  for (std::size_t at = text.find(u'-'); at != text.npos; at = text.find(u'-', at + 1)) {
-    if (at == 0 || (text[at - 1] | 0x20) != u'e') continue;
-    std::size_t end = at + 1;
-    while (end < text.size() && IsDigit(text[end])) ++end;
-    if (end - at > kSafeExponentDigits) return true;
-  }
-  return false;
-}
+// RapidJSON 1.1.0 has a defect: GenericReader::ParseNumber adds the exponent, of which it takes up to -2147483639, and
+// the negative number of fraction digits in an int. The sum can overflow to a positive number, and Pow10 then reads
+// outside its table. Both kParseFullPrecisionFlag and the normal way begin with that sum, so no flag avoids it.
+//
+// An exponent of this many digits is safe as long as there are fewer than two thousand million fraction digits.
+constexpr std::size_t kSafeExponentDigits = 8;
 
-// The same text, with each such exponent outside of strings cut to the deepest safe one. Leading zeros stay.
+// The text with each deeper exponent outside of strings replaced by one of so many digits. The number is 0 with either.
 std::u16string WithoutDeepExponents(std::u16string text) {
   bool inString = false;
-  for (std::size_t at = 0; at < text.size() && text[at] != u'\0'; ++at) {
-    if (inString && text[at] == u'\\') {
-      ++at;
-    } else if (text[at] == u'"') {
-      inString = !inString;
-    } else if (!inString && at > 0 && text[at] == u'-' && (text[at - 1] | 0x20) == u'e') {
-      std::size_t begin = at + 1;
-      while (begin < text.size() && text[begin] == u'0') ++begin;
-      std::size_t end = begin;
-      while (end < text.size() && IsDigit(text[end])) ++end;
-      if (end - begin < kSafeExponentDigits) continue;
-      std::fill(text.begin() + static_cast<std::ptrdiff_t>(begin), text.begin() + static_cast<std::ptrdiff_t>(end),
-                u'0');
-      std::fill(text.begin() + static_cast<std::ptrdiff_t>(end - kSafeExponentDigits + 1),
-                text.begin() + static_cast<std::ptrdiff_t>(end), u'9');
-    }
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (text[at] == u'"') inString = !inString;
+    if (inString && text[at] == u'\\') ++at;
+    if (inString || !IsExponentSign(text, at)) continue;
+    const std::size_t end = std::min(text.find_first_not_of(u"0123456789", at + 1), text.size());
+    const std::size_t begin = std::min(text.find_first_not_of(u'0', at + 1), end);
+    if (end - begin <= kSafeExponentDigits) continue;
+    // Leading zeros keep the text's length, so that no digit has to be moved.
+    std::fill_n(&text[begin], end - begin - kSafeExponentDigits, u'0');
+    text[end - kSafeExponentDigits] = u'9';
   }
   return text;
 }
 
-// Hands the parser's events on to the document, but for numbers that have become infinite on the way.
+// Whether the text has such an exponent, in a string or not: nearly no text has, and the others need no copy.
+bool MayHaveDeepExponent(std::u16string_view text) {
+  for (std::size_t at = text.find(u'-'); at != text.npos; at = text.find(u'-', at + 1)) {
+    if (!IsExponentSign(text, at)) continue;
+    if (text.find_first_not_of(u"0123456789", at + 1) - at > kSafeExponentDigits) return true;
+  }
+  return false;
+}
+
+// Passes the parser's events on to the document, but ends the parsing at a number that has become infinite: RapidJSON
+// checks the exponent of a number and not its value.
 class FiniteNumbers {
  public:
   explicit FiniteNumbers(Document& document) : document_(document) {}

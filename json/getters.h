@@ -1,35 +1,58 @@
-// Typed reads of one member, with three ways of failing: some leave the destination as it was, some set it to 0.
+// Typed reads of a value, and of a member by its key.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "json/forward.h"
+#include "json/access.h"
 
 namespace json {
 
-// Each stores the number or text that `member` holds and returns true; a null `member` is a missing key. When the kind
-// of the value is another, each returns false with the destination as its name in this list says. The tests are exact:
-// a number written with a fraction or an exponent is no integer.
-bool StoreInt16(const Value* member, std::int16_t* out);            // the low 16 bits of an int32; false: 0
-bool StoreUint16(const Value* member, std::uint16_t* out);          // the low 16 bits of a uint32; false: 0
-bool StoreInt32(const Value* member, std::int32_t* out);            // false: unchanged
-bool StoreUint64AsUint32(const Value* member, std::uint32_t* out);  // the low 32 bits of a uint64; false: 0
-// A JSON boolean stores 0: the key never carried a number that anything reads. False: unchanged.
-bool StoreHandle(const Value* member, std::uint64_t* out);
-bool StoreString(const Value* member, std::u16string* out);  // up to the first zero unit; false: unchanged
-bool StoreInt64(const Value* member, std::int64_t* out);     // false: unchanged
-bool StoreBool(const Value* member, bool* out);              // false: unchanged
+// Each stores the text, number or flag that `member` holds in `target` and returns true. If `member` is null, which
+// stands for a missing key, or holds a value of another kind, returns false and leaves `target` as it was.
+//
+// A text is read up to its first zero unit. A number written with a fraction or an exponent is no integer, and any other
+// is no double. An integer must fit into 32 bits of the target's signedness, or into an int64 for that; 16 and 8 bits
+// then store its low bits.
+bool ReadText(const Value* member, std::u16string& target);
+bool ReadNumber(const Value* member, std::int64_t& target);
+bool ReadNumber(const Value* member, std::int32_t& target);
+bool ReadNumber(const Value* member, std::uint32_t& target);
+bool ReadNumber(const Value* member, std::int16_t& target);
+bool ReadNumber(const Value* member, std::uint16_t& target);
+bool ReadNumber(const Value* member, std::uint8_t& target);
+bool ReadNumber(const Value* member, double& target);
+bool ReadNumber(const Value* member, float& target);
+bool ReadNumber(const Value* member, bool& target);
 
-// The same for the member of `object` named `key`.
-bool GetInt16Member(const Value& object, std::u16string_view key, std::int16_t* out);
-bool GetUint16Member(const Value& object, std::u16string_view key, std::uint16_t* out);
-bool GetInt32Member(const Value& object, std::u16string_view key, std::int32_t* out);
-bool GetUint64AsUint32Member(const Value& object, std::u16string_view key, std::uint32_t* out);
-bool GetHandleMember(const Value& object, std::u16string_view key, std::uint64_t* out);
-bool GetStringMember(const Value& object, std::u16string_view key, std::u16string* out);
-bool GetInt64Member(const Value& object, std::u16string_view key, std::int64_t* out);
-bool GetBoolMember(const Value& object, std::u16string_view key, bool* out);
+// The same, but on failure `target` becomes 0.
+template <class Number>
+bool ReadNumberOrZero(const Value* member, Number& target) {
+  target = 0;
+  return ReadNumber(member, target);
+}
+
+// Stores the low 32 bits of a uint64. On failure returns false and `target` becomes 0.
+bool ReadUint64AsUint32(const Value* member, std::uint32_t& target);
+
+// Stores 0 for a flag and returns true: nothing reads the numbers of handles. For any other value returns false and
+// leaves `target` as it was.
+bool ReadHandle(const Value* member, std::uint64_t& target);
+
+// Reads the member of `object` named `key`. Returns and stores what `read` does.
+template <class Target, bool (*read)(const Value*, Target&)>
+bool GetMember(const Value& object, std::u16string_view key, Target* out) {
+  return read(FindMember(object, key), *out);
+}
+
+inline constexpr auto GetInt16Member = GetMember<std::int16_t, ReadNumberOrZero>;
+inline constexpr auto GetUint16Member = GetMember<std::uint16_t, ReadNumberOrZero>;
+inline constexpr auto GetInt32Member = GetMember<std::int32_t, ReadNumber>;
+inline constexpr auto GetUint64AsUint32Member = GetMember<std::uint32_t, ReadUint64AsUint32>;
+inline constexpr auto GetHandleMember = GetMember<std::uint64_t, ReadHandle>;
+inline constexpr auto GetStringMember = GetMember<std::u16string, ReadText>;
+inline constexpr auto GetInt64Member = GetMember<std::int64_t, ReadNumber>;
+inline constexpr auto GetBoolMember = GetMember<bool, ReadNumber>;
 
 }  // namespace json

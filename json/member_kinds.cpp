@@ -6,58 +6,6 @@ namespace json {
 
 using logging::GetModelLogger;
 
-bool ReadText(const Value* member, std::u16string& target) {
-  return StoreString(member, &target);
-}
-
-bool ReadNumber(const Value* member, std::int32_t& target) {
-  return StoreInt32(member, &target);
-}
-
-bool ReadNumber(const Value* member, std::uint32_t& target) {
-  if (member == nullptr || !member->IsUint()) return false;
-  target = member->GetUint();
-  return true;
-}
-
-bool ReadNumber(const Value* member, std::int16_t& target) {
-  if (member == nullptr || !member->IsInt()) return false;
-  target = static_cast<std::int16_t>(member->GetInt());
-  return true;
-}
-
-bool ReadNumber(const Value* member, std::uint16_t& target) {
-  if (member == nullptr || !member->IsUint()) return false;
-  target = static_cast<std::uint16_t>(member->GetUint());
-  return true;
-}
-
-bool ReadNumber(const Value* member, std::uint8_t& target) {
-  if (member == nullptr || !member->IsUint()) return false;
-  target = static_cast<std::uint8_t>(member->GetUint());
-  return true;
-}
-
-bool ReadNumber(const Value* member, std::int64_t& target) {
-  return StoreInt64(member, &target);
-}
-
-bool ReadNumber(const Value* member, double& target) {
-  if (member == nullptr || !member->IsDouble()) return false;
-  target = member->GetDouble();
-  return true;
-}
-
-bool ReadNumber(const Value* member, float& target) {
-  if (member == nullptr || !member->IsFloat()) return false;
-  target = member->GetFloat();
-  return true;
-}
-
-bool ReadNumber(const Value* member, bool& target) {
-  return StoreBool(member, &target);
-}
-
 void LogNullRecord(const Field& field) {
   if (field.options.id == kSilent) return;
   GetModelLogger().LogDebug2(

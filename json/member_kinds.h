@@ -1,4 +1,4 @@
-// The kinds of members, by type, and the function that makes a row.
+// The kinds of members by type, and the function that makes a row.
 #pragma once
 
 #include <memory>
@@ -11,18 +11,10 @@
 
 namespace json {
 
-// Of text, numbers and flags: `member` is null when the key is missing. Narrow integers store the low bits of a number
-// that passed the test of their signedness.
-bool ReadText(const Value* member, std::u16string& target);
-bool ReadNumber(const Value* member, std::int32_t& target);
-bool ReadNumber(const Value* member, std::uint32_t& target);
-bool ReadNumber(const Value* member, std::int16_t& target);
-bool ReadNumber(const Value* member, std::uint16_t& target);
-bool ReadNumber(const Value* member, std::uint8_t& target);
-bool ReadNumber(const Value* member, std::int64_t& target);
-bool ReadNumber(const Value* member, double& target);
-bool ReadNumber(const Value* member, float& target);
-bool ReadNumber(const Value* member, bool& target);
+// The result of a read function whose value the row's line reports.
+inline ReadResult StoredToLogIf(bool stored) {
+  return stored ? ReadResult::kStoredToLog : ReadResult::kNothing;
+}
 
 // A JSON number of the target's width and sign, or a JSON boolean.
 template <class Number>
@@ -61,22 +53,22 @@ constexpr const char* NumberName() {
   }
 }
 
-// Logs the row's line, which says that the nested record is null.
+// Logs the row's line, which for a nested record says that it is null.
 void LogNullRecord(const Field& field);
 
-// Logs one of the lines around a list; `item` ahead of a record.
+// Log the lines of a list that is written: before it, before the record at `index`, and after it. Nothing if `lines` is null.
 void LogListBegin(const ListLines* lines, std::size_t size);
 void LogListItem(const ListLines* lines, std::size_t index);
 void LogListEnd(const ListLines* lines);
 
-// What list elements that are no objects are read as.
+// Read in place of a list element that is no object.
 const Value& EmptyObject();
 
 // The kind of members of type `Member`. The general case is a number or a flag.
 template <class Member>
 struct KindOf {
-  static bool Read(const Reading& reading, void* target) {
-    return ReadNumber(reading.member, *static_cast<Member*>(target));
+  static ReadResult Read(const Reading& reading, void* target) {
+    return StoredToLogIf(ReadNumber(reading.member, *static_cast<Member*>(target)));
   }
   static bool Write(const Field&, const void* source, Document&, Value& out) {
     out = NumberValue(*static_cast<const Member*>(source));
@@ -89,8 +81,8 @@ struct KindOf {
 
 template <>
 struct KindOf<std::u16string> {
-  static bool Read(const Reading& reading, void* target) {
-    return ReadText(reading.member, *static_cast<std::u16string*>(target));
+  static ReadResult Read(const Reading& reading, void* target) {
+    return StoredToLogIf(ReadText(reading.member, *static_cast<std::u16string*>(target)));
   }
   static bool Write(const Field&, const void* source, Document& document, Value& out) {
     out = CopyText(*static_cast<const std::u16string*>(source), document);
@@ -103,18 +95,18 @@ struct KindOf<std::u16string> {
   static constexpr Kind kind = {.read = Read, .write = Write, .print = Print, .name = "text"};
 };
 
-// A nested record, null until its key brings one. Each one read is a new record.
+// A nested record, null until one is read. Each one that is read is a new record, so nothing of the one before remains.
 template <class Record>
 struct KindOf<std::unique_ptr<Record>> {
   using Pointer = std::unique_ptr<Record>;
 
-  static bool Read(const Reading& reading, void* target) {
+  static ReadResult Read(const Reading& reading, void* target) {
     if (reading.member != nullptr && reading.member->IsNull()) LogNullRecord(reading.field);
-    if (IsAbsentRecord(reading.member)) return false;
+    if (IsAbsentRecord(reading.member)) return ReadResult::kNothing;
     auto record = std::make_unique<Record>();
     record->Deserialize(reading.member);
     *static_cast<Pointer*>(target) = std::move(record);
-    return false;
+    return ReadResult::kStored;
   }
   static bool Write(const Field&, const void* source, Document& document, Value& out) {
     const Pointer& record = *static_cast<const Pointer*>(source);
@@ -137,8 +129,8 @@ struct ScalarListKind {
   using List = std::vector<Element>;
   static constexpr const char* kName = std::is_same_v<Element, std::u16string> ? "list of text" : "list of int32";
 
-  static bool Read(const Reading& reading, void* target) {
-    if (reading.member == nullptr || !reading.member->IsArray()) return false;
+  static ReadResult Read(const Reading& reading, void* target) {
+    if (reading.member == nullptr || !reading.member->IsArray()) return ReadResult::kNothing;
     List& list = *static_cast<List*>(target);
     list.clear();
     list.reserve(reading.member->Size());
@@ -153,7 +145,7 @@ struct ScalarListKind {
       };
       if (read()) list.push_back(std::move(element));
     }
-    return true;
+    return ReadResult::kStoredToLog;
   }
   static bool Write(const Field&, const void* source, Document& document, Value& out) {
     const List& list = *static_cast<const List*>(source);
@@ -193,8 +185,8 @@ struct KindOf<std::vector<Element>> {
     return Record::Table;
   }
 
-  static bool Read(const Reading& reading, void* target) {
-    if (reading.member == nullptr || !reading.member->IsArray()) return false;
+  static ReadResult Read(const Reading& reading, void* target) {
+    if (reading.member == nullptr || !reading.member->IsArray()) return ReadResult::kNothing;
     List& list = *static_cast<List*>(target);
     if (!reading.field.options.appends) list.clear();
     list.reserve(list.size() + reading.member->Size());
@@ -203,7 +195,7 @@ struct KindOf<std::vector<Element>> {
       RecordOf(element).Deserialize(value.IsObject() ? &value : &EmptyObject());
       list.push_back(std::move(element));
     }
-    return true;
+    return ReadResult::kStoredToLog;
   }
   static bool Write(const Field& field, const void* source, Document& document, Value& out) {
     const List& list = *static_cast<const List*>(source);
@@ -255,7 +247,7 @@ Type MemberType(Type Class::*);
 template <class Class, class Type>
 Class MemberClass(Type Class::*);
 
-// The row for `member`, a pointer to a data member. `kind` takes the place of the kind of the member's type.
+// The row for `member`, a pointer to a data member, with the kind of the member's type or the one that is given.
 template <auto member, const Kind& kind = KindOf<decltype(MemberType(member))>::kind>
 consteval Field row(std::u16string_view key, RowOptions options = {}) {
   using Class = decltype(MemberClass(member));

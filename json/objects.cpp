@@ -6,7 +6,7 @@
 namespace json {
 
 Value ObjectWithRoom(std::size_t members, Document& document) {
-  // RapidJSON 1.1.0 has no other way to say how many members there will be.
+  // RapidJSON 1.1.0 has no function that reserves members: only an object built by events has the room it needs.
   auto fill = [members](Document& handler) {
     handler.StartObject();
     for (std::size_t i = 0; i < members; ++i) {

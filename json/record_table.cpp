@@ -33,27 +33,31 @@ std::string ReadLine(const Field& field) {
   return field.kind->linePrefix + text::WideToNarrow(field.key) + field.kind->lineSuffix;
 }
 
-void ReadRecord(const RecordTable& table, void* record, const Value* value) {
-  if (value != nullptr && !value->IsObject()) return;
+bool ReadRecord(const RecordTable& table, void* record, const Value* value) {
+  if (value != nullptr && !value->IsObject()) return false;
   if (table.logsDeserializeEntry) {
     const char* name = table.readName != nullptr ? table.readName : table.name;
     GetModelLogger().LogDebug3(
         1, [&] { return std::string("Entering ") + name + "::Deserialize()"; }, 0.0);
   }
-  if (value == nullptr) return;
+  if (value == nullptr) return false;
 
   std::array<const Value*, kMaxRows> found;
   FindMembers(
       *value, table.fields.size(), [&](std::size_t row) { return table.fields[row].key; }, found.data());
+  bool stored = false;
   for (std::size_t row = 0; row < table.fields.size(); ++row) {
     const Field& field = table.fields[row];
     void* const target = field.member(record);
-    if (!field.kind->read({field, *value, found[row]}, target) || field.options.id == kSilent) continue;
+    const ReadResult result = field.kind->read({field, *value, found[row]}, target);
+    stored = stored || result != ReadResult::kNothing;
+    if (result != ReadResult::kStoredToLog || field.options.id == kSilent) continue;
     const auto text = [&] {
       return field.options.showsValue ? ReadLine(field) + field.kind->print(target) : ReadLine(field);
     };
     GetModelLogger().LogDebug2(field.options.id, text, 0.0);
   }
+  return stored;
 }
 
 Serialized WriteRecord(const RecordTable& table, const void* record, Document* inComingDoc) {
@@ -69,7 +73,7 @@ Serialized WriteRecord(const RecordTable& table, const void* record, Document* i
   for (std::size_t i = 0; i < rows; ++i) {
     const Field& field = table.fields[table.writeOrder.empty() ? i : table.writeOrder[i]];
     if (!field.options.written) continue;
-    // The rows' functions take the record as it is read, not const; nothing is changed through this pointer.
+    // The function that finds the member serves reading too, so it takes a record that isn't const. Writing changes nothing.
     const void* const source = field.member(const_cast<void*>(record));
     LogWrite(field.options.beforeWrite, field, source);
     if (Value member; field.kind->write(field, source, document, member)) {

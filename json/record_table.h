@@ -1,5 +1,5 @@
-// Records as tables: one row for each key, made at compile time from the member pointer and erased to one plain struct,
-// so that one loop reads every record and one writes it.
+// Records as tables. A record has one row for each key, which is made at compile time from the pointer to the member. Rows
+// are plain structs, so that one loop reads every record and one writes it.
 //
 //   constexpr json::Field kFields[] = {
 //       json::row<&StateInfo::Progress>(JSON_STATE_PROGRESS, {.id = 8201}),   // logs "Set Progress:40"
@@ -7,9 +7,9 @@
 //   };
 //   constexpr json::RecordTable kTable = json::Table({.name = "StateInfo", .fields = kFields, .completeId = 773});
 //
-// Reading is tolerant: a key that is missing, or whose value is of another kind, leaves its member as it was. Writing
-// is complete: every key goes out, but for nested records that aren't there. All log lines go to the model logger; a
-// line that the filter rejects costs no text.
+// Reading is tolerant: a key that is missing, or whose value is of another kind, leaves its member as it was. Writing is
+// complete: it writes every key but those of nested records that are null. All log lines go to the model logger. No text
+// is made for a line that the level in force rejects.
 #pragma once
 
 #include <array>
@@ -27,26 +27,34 @@ struct Field;
 // Stands for the id of a line that isn't logged.
 inline constexpr std::int32_t kSilent = -1;
 
-// What a row's read function works with. `member` is the value under the row's key, null when the key is missing.
+// What a row's read function works with: the row, the object that is read, and in it the value under the row's key, null
+// if the key is missing.
 struct Reading {
   const Field& field;
   const Value& object;
   const Value* member;
 };
 
+// What reading a row came to.
+enum class ReadResult {
+  kNothing,      // no value was stored
+  kStored,       // a value was stored, and the row's line isn't about it
+  kStoredToLog,  // a value was stored, which the row's line reports if the row has one
+};
+
 // How members of one type are read, written and shown in the log. A record with a key that fits no kind gives that row
 // a kind of its own.
 struct Kind {
-  // Reads into `target`. True when a value was stored that the row's line, if it has one, is to show.
-  bool (*read)(const Reading& reading, void* target);
-  // Writes `source` into `out`, in `document`'s memory. False: the key is left out.
+  // Reads the row's value into `target`, the member.
+  ReadResult (*read)(const Reading& reading, void* target);
+  // Writes `source`, the member, into `out`, in the memory of `document`. Returns false if the key is to be left out.
   bool (*write)(const Field& field, const void* source, Document& document, Value& out);
-  // The value as log lines show it; null in a kind whose rows have no such line.
+  // The value as log lines show it. Null in a kind whose rows have no such line.
   std::string (*print)(const void* source) = nullptr;
-  // What docs/contract.md calls it, and the table of the records in it, null where it holds none.
+  // Its name in docs/contract.md, and the table of the records that it holds, null if it holds none.
   const char* name;
   const RecordTable& (*record)() = nullptr;
-  // The words around the key in a row's line, where the row gives no line of its own: "Set K:".
+  // The words around the key K in the line of a row that has no text of its own: "Set K:".
   const char* linePrefix = "Set ";
   const char* lineSuffix = ":";
 };
@@ -60,8 +68,8 @@ struct WriteLine {
   Shows shows = Shows::kTextOnly;
 };
 
-// The lines around a list of records that is written: `before`, the number of records behind `count`, "Current Index:"
-// and the index ahead of each record, and `after` unless it is null.
+// The lines that writing logs for a list of records: `before`; `count` followed by the number of records; for each record
+// "Current Index:" followed by its index; and `after` unless it is null.
 struct ListLines {
   const char* before;
   const char* count;
@@ -69,18 +77,18 @@ struct ListLines {
 };
 
 struct RowOptions {
-  std::int32_t id = kSilent;   // of the line that reading logs: the value stored, or that a nested record is null
-  const char* line = nullptr;  // that line's text, where it isn't "Set K:", "Set K count:" or "No K to set."
+  std::int32_t id = kSilent;   // of the line that reading logs: the stored value, or that a nested record is null
+  const char* line = nullptr;  // the text of that line, if it isn't "Set K:", "Set K count:" or "No K to set."
   bool showsValue = true;      // whether the value follows the text
-  bool written = true;         // false: the key is read and never goes out
-  bool appends = false;        // a list keeps what it held before it was read
+  bool written = true;         // false if the key is read but never written
+  bool appends = false;        // whether reading a list keeps the elements that it has
   const ListLines* list = nullptr;
   WriteLine beforeWrite = {};
   WriteLine afterWrite = {};
-  const char* note = nullptr;  // for docs/contract.md: what a host's author would not expect
+  const char* note = nullptr;  // for docs/contract.md: what the author of a host would not expect
 };
 
-// One row: a key, the member that it stands for, and what is told of it.
+// One row: a key, the function that finds its member in a record, and how the member is read, written and logged.
 struct Field {
   std::u16string_view key;
   void* (*member)(void* record);
@@ -91,21 +99,21 @@ struct Field {
 struct RecordTable {
   const char* name;               // X in the lines "Entering X::Deserialize()" and "Serialize Complete:X"
   std::span<const Field> fields;  // in the order of reading
-  std::span<const std::uint8_t> writeOrder = {};  // rows in the order of the wire; empty: the order of reading
-  const char* readName = nullptr;                 // stands for `name` in the line that begins reading
+  std::span<const std::uint8_t> writeOrder = {};  // rows in the order of writing; empty for the order of reading
+  const char* readName = nullptr;                 // X in the first of these lines, if it isn't `name`
   bool logsDeserializeEntry = true;
   bool logsSerializeEntry = true;
   std::int32_t serializeEntryId = 0;
-  std::int32_t newDocumentId = kSilent;  // of the line that no document was given
-  WriteLine startLine = {};              // follows once the document is settled
-  std::int32_t completeId = kSilent;     // of the line that ends writing
+  std::int32_t newDocumentId = kSilent;  // of the line that says that no document was given
+  WriteLine startLine = {};              // follows that line
+  std::int32_t completeId = kSilent;     // of the line that ends the writing
   const char* note = nullptr;            // for docs/contract.md
 };
 
-// More rows than any record has.
+// No record has more rows.
 inline constexpr std::size_t kMaxRows = 192;
 
-// The table, checked: too many rows, or a key that would go out twice, doesn't compile.
+// Returns `table` after checking it: with too many rows or a key in two rows it doesn't compile.
 consteval RecordTable Table(RecordTable table) {
   if (table.fields.size() > kMaxRows) throw "more rows than kMaxRows";
   for (std::size_t i = 0; i < table.fields.size(); ++i) {
@@ -116,8 +124,8 @@ consteval RecordTable Table(RecordTable table) {
   return table;
 }
 
-// The rows of `fields` in the order of `keys`. A key that is unknown, doubled, never written or left out doesn't
-// compile.
+// The indexes of the rows of `fields` in the order of `keys`. It doesn't compile unless `keys` has each key that is
+// written once, and no other.
 template <const auto& fields, std::size_t count>
 consteval std::array<std::uint8_t, count> WriteOrder(const std::u16string_view (&keys)[count]) {
   std::array<std::uint8_t, count> order{};
@@ -137,11 +145,11 @@ consteval std::array<std::uint8_t, count> WriteOrder(const std::u16string_view (
   return order;
 }
 
-// Reads `record`, an object of the table's class. A null `value` is an object with no keys; a value that is no object
-// reads nothing and logs nothing.
-void ReadRecord(const RecordTable& table, void* record, const Value* value);
+// Reads `value` into `record`, an object of the table's class, and returns whether any row stored a value. A null `value`
+// is read as an object without keys. A value that is no object reads nothing and logs nothing.
+bool ReadRecord(const RecordTable& table, void* record, const Value* value);
 
-// Writes `record` as an object in the memory of `inComingDoc`, or, when that is null, of a new document that the result
+// Writes `record` as an object in the memory of `inComingDoc` or, if that is null, of a new document that the result
 // owns.
 Serialized WriteRecord(const RecordTable& table, const void* record, Document* inComingDoc);
 

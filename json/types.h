@@ -10,8 +10,8 @@ namespace json {
 
 // A record that was written as JSON.
 struct Serialized {
-  // The memory of `value`, set only when the writer was given no document and had to make one of its own. Otherwise the
-  // value lives in the caller's document, which must outlive it.
+  // Owns the memory of `value` if the writer was given no document. Otherwise it is null, and the caller's document owns
+  // the memory and must outlive the value.
   std::unique_ptr<Document> document;
   Value value;
 };

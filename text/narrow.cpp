@@ -20,25 +20,10 @@ std::u16string LowerWide(std::u16string text) {
   return text;
 }
 
-std::string IntToText(std::int32_t number) {
-  return std::to_string(number);
-}
-std::string UintToText(std::uint32_t number) {
-  return std::to_string(number);
-}
-std::string ULongToText(std::uint32_t number) {
-  return std::to_string(number);
-}
-std::string Uint64ToText(std::uint64_t number) {
-  return std::to_string(number);
-}
 std::string DoubleToText(double number) {
   std::ostringstream stream;
   stream << number;
   return std::move(stream).str();
-}
-std::string BoolToText(bool flag) {
-  return flag ? "true" : "false";
 }
 
 }  // namespace text

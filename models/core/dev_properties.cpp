@@ -11,12 +11,12 @@ using logging::GetModelLogger;
 using TextList = json::KindOf<std::vector<std::u16string>>;
 
 // Other than in the lists of text elsewhere, an element of another kind isn't skipped: it gives the empty text.
-bool ReadValues(const json::Reading& reading, void* target) {
-  if (reading.member == nullptr || !reading.member->IsArray()) return false;
+json::ReadResult ReadValues(const json::Reading& reading, void* target) {
+  if (reading.member == nullptr || !reading.member->IsArray()) return json::ReadResult::kNothing;
   auto& values = *static_cast<std::vector<std::u16string>*>(target);
   values.reserve(reading.member->Size());
   for (const json::Value& element : reading.member->GetArray()) json::ReadText(&element, values.emplace_back());
-  return true;
+  return json::ReadResult::kStoredToLog;
 }
 constexpr json::Kind kValues = {.read = ReadValues, .write = TextList::Write, .name = TextList::kind.name};
 
@@ -40,8 +40,8 @@ PropValue DevProp::Deserialize(const json::Value* value) {
   json::ReadRecord(kPropTable, this, value);
   PropValue entry;
   if (json::IsAbsentRecord(value)) return entry;
-  json::StoreString(json::FindMember(*value, u"Name"), &entry.Name);
-  json::StoreString(json::FindMember(*value, u"Type"), &entry.Type);
+  json::GetStringMember(*value, u"Name", &entry.Name);
+  json::GetStringMember(*value, u"Type", &entry.Type);
   entry.IsArray = IsArray;
   const json::Value* const values = json::FindMember(*value, u"ValueArray");
   if (values != nullptr && values->IsArray()) entry.ValueArray = ValueArray;

@@ -12,27 +12,29 @@ using Camera = json::KindOf<std::unique_ptr<CameraData>>;
 using Storage = json::KindOf<std::unique_ptr<MassStorageData>>;
 
 // A camera record that is null falls back on the description in the device record itself.
-bool ReadCamera(const json::Reading& reading, void* target) {
+json::ReadResult ReadCamera(const json::Reading& reading, void* target) {
   if (reading.member == nullptr || !reading.member->IsNull()) return Camera::Read(reading, target);
   const json::Value* const description = json::FindMember(reading.object, u"DeviceDescription");
   if (description == nullptr || !description->IsString()) {
     GetModelLogger().LogDebug2(description == nullptr ? 7908 : 7907, "No CameraData to set.", 0.0);
-    return false;
+    return json::ReadResult::kNothing;
   }
   auto camera = std::make_unique<CameraData>();
   camera->Deserialize(&reading.object);
   *static_cast<std::unique_ptr<CameraData>*>(target) = std::move(camera);
-  return false;
+  return json::ReadResult::kStored;
 }
 constexpr json::Kind kCamera = {
     .read = ReadCamera, .write = Camera::Write, .name = Camera::kind.name, .record = CameraData::Table};
 
-bool ReadStorage(const json::Reading& reading, void* target) {
-  if (reading.member == nullptr || (!reading.member->IsNull() && !reading.member->IsObject())) return false;
+json::ReadResult ReadStorage(const json::Reading& reading, void* target) {
+  if (reading.member == nullptr || (!reading.member->IsNull() && !reading.member->IsObject())) {
+    return json::ReadResult::kNothing;
+  }
   GetModelLogger().LogDebug2(7909, "Has member:JSON_HDD_HDDDATA", 0.0);
   if (reading.member->IsNull()) {
     json::LogNullRecord(reading.field);
-    return false;
+    return json::ReadResult::kNothing;
   }
   GetModelLogger().LogDebug2(7910, "JSON_HDD_HDDDATA Value found.", 0.0);
   return Storage::Read(reading, target);

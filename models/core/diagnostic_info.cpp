@@ -9,12 +9,12 @@ namespace {
 using logging::GetModelLogger;
 
 // An entry for each element, also for one that isn't an array, behind the entries that the record has.
-bool ReadData(const json::Reading& reading, void* target) {
-  if (reading.member == nullptr || !reading.member->IsArray()) return false;
+json::ReadResult ReadData(const json::Reading& reading, void* target) {
+  if (reading.member == nullptr || !reading.member->IsArray()) return json::ReadResult::kNothing;
   auto& list = *static_cast<std::vector<DiagData>*>(target);
   list.reserve(list.size() + reading.member->Size());
   for (const json::Value& element : reading.member->GetArray()) list.emplace_back().Deserialize(&element);
-  return false;
+  return json::ReadResult::kStored;
 }
 constexpr json::Kind kData = {
     .read = ReadData, .write = json::KindOf<std::vector<DiagData>>::Write, .name = "list of lists of pairs"};

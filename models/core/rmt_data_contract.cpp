@@ -24,10 +24,7 @@ bool RMTDataContract::Deserialize(const std::u16string& text) {
 }
 
 bool RMTDataContract::Deserialize(const json::Value& value) {
-  if (!value.IsObject()) return false;
-  const ZQ_RMT_MODELS::CoreData* const before = CoreData.get();
-  json::ReadRecord(kTable, this, &value);
-  return CoreData.get() != before;
+  return json::ReadRecord(kTable, this, &value);
 }
 
 json::Serialized RMTDataContract::Serialize(json::Document* inComingDoc) const {

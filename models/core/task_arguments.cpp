@@ -9,16 +9,16 @@ namespace {
 using logging::GetModelLogger;
 
 // Unlike other nested records this one is an array on the wire, and any value but null is read.
-bool ReadList(const json::Reading& reading, void* target) {
-  if (reading.member == nullptr) return false;
+json::ReadResult ReadList(const json::Reading& reading, void* target) {
+  if (reading.member == nullptr) return json::ReadResult::kNothing;
   if (reading.member->IsNull()) {
     json::LogNullRecord(reading.field);
-    return false;
+    return json::ReadResult::kNothing;
   }
   auto list = std::make_unique<ArgumentList>();
   list->Deserialize(reading.member);
   *static_cast<std::unique_ptr<ArgumentList>*>(target) = std::move(list);
-  return false;
+  return json::ReadResult::kStored;
 }
 constexpr json::Kind kList = {.read = ReadList,
                               .write = json::KindOf<std::unique_ptr<ArgumentList>>::Write,

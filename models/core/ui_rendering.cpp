@@ -7,8 +7,8 @@ namespace ZQ_RMT_MODELS {
 namespace {
 
 // Without the key Direction, of whatever kind, the record isn't read at all.
-bool ReadCultureInfo(const json::Reading& reading, void* target) {
-  if (json::FindMember(reading.object, u"Direction") == nullptr) return false;
+json::ReadResult ReadCultureInfo(const json::Reading& reading, void* target) {
+  if (json::FindMember(reading.object, u"Direction") == nullptr) return json::ReadResult::kNothing;
   return json::KindOf<std::u16string>::Read(reading, target);
 }
 constexpr json::Kind kCultureInfo = {

@@ -8,10 +8,11 @@ std::uint8_t ByteOf(const json::Value& value) {
   return 0;
 }
 
-void ReadBytes(const json::Value* member, std::span<std::uint8_t> target) {
-  if (member == nullptr || !member->IsArray() || member->Size() != target.size()) return;
+bool ReadBytes(const json::Value* member, std::span<std::uint8_t> target) {
+  if (member == nullptr || !member->IsArray() || member->Size() != target.size()) return false;
   std::size_t i = 0;
   for (const json::Value& element : member->GetArray()) target[i++] = ByteOf(element);
+  return true;
 }
 
 json::Value BytesValue(std::span<const std::uint8_t> bytes, json::Document& document) {

@@ -6,15 +6,15 @@
 namespace ZQ_RMT_MODELS {
 namespace {
 
-bool ReadDevice(const json::Reading& reading, void* target) {
-  if (json::IsAbsentRecord(reading.member)) return false;
+json::ReadResult ReadDevice(const json::Reading& reading, void* target) {
+  if (json::IsAbsentRecord(reading.member)) return json::ReadResult::kNothing;
   logging::GetModelLogger().LogDebug2(455, "Deserializing DI data.", 0.0);
   return json::KindOf<std::unique_ptr<STORAGE_DEVICE_INFO>>::Read(reading, target);
 }
 
 // Attributes that are read go behind those that the record has.
-bool ReadSmartAttributes(const json::Reading& reading, void* target) {
-  if (reading.member == nullptr || !reading.member->IsArray()) return false;
+json::ReadResult ReadSmartAttributes(const json::Reading& reading, void* target) {
+  if (reading.member == nullptr || !reading.member->IsArray()) return json::ReadResult::kNothing;
   auto& attributes = *static_cast<std::vector<SMART_ATTRIBUTE>*>(target);
   attributes.reserve(attributes.size() + reading.member->Size());
   for (const json::Value& element : reading.member->GetArray()) {
@@ -22,7 +22,7 @@ bool ReadSmartAttributes(const json::Reading& reading, void* target) {
     DeserializeSmartAttribute(element, attribute);
     attributes.push_back(attribute);
   }
-  return false;
+  return json::ReadResult::kStored;
 }
 
 bool WriteSmartAttributes(const json::Field&, const void* source, json::Document& document, json::Value& out) {
@@ -45,8 +45,7 @@ constexpr const char* kSmartNote =
     "objects of attributeID, attributeFlags (an object of the flags warranty, off_line, performance, error_rate, "
     "event_count, self_preservation, RESERVED1, RESERVED2), attributeValue, worstNormalizedValue, rawAttributeValue "
     "(4 bytes), VendorSpecific (2 bytes) and threshold, each number a byte; a number or flag that is missing repeats "
-    "the "
-    "one before it in the object; RESERVED1 comes back as RESERVED2, and RESERVED2 is dropped";
+    "the one before it in the object; RESERVED1 comes back as RESERVED2, and RESERVED2 is dropped";
 
 constexpr json::Field kFields[] = {
     json::row<&MassStorageData::di, kDevice>(u"di"),

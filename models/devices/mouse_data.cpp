@@ -5,16 +5,17 @@
 namespace ZQ_RMT_MODELS {
 namespace {
 
-// Other than in the lists of numbers elsewhere, an element that is no 32-bit integer isn't skipped: it gives 0.
-bool ReadNumbers(const json::Reading& reading, void* target) {
-  if (reading.member == nullptr || !reading.member->IsArray()) return false;
+// Unlike in the lists of numbers elsewhere, an element that is no integer of 32 bits isn't skipped but stored as 0. That
+// goes for an integer beyond 32 bits too, which isn't cut to its low bits: one rule for all that doesn't fit.
+json::ReadResult ReadNumbers(const json::Reading& reading, void* target) {
+  if (reading.member == nullptr || !reading.member->IsArray()) return json::ReadResult::kNothing;
   auto& numbers = *static_cast<std::vector<std::int32_t>*>(target);
   numbers.clear();
   numbers.reserve(reading.member->Size());
   for (const json::Value& element : reading.member->GetArray()) {
     numbers.push_back(element.IsInt() ? element.GetInt() : 0);
   }
-  return true;
+  return json::ReadResult::kStoredToLog;
 }
 
 constexpr const char* kNumbersNote = "an element of another kind gives 0";

@@ -7,8 +7,8 @@ namespace {
 
 // One record reads all elements and isn't reset in between: an element that lacks a key has the value of the one before
 // it.
-bool ReadAccessPoints(const json::Reading& reading, void* target) {
-  if (reading.member == nullptr || !reading.member->IsArray()) return false;
+json::ReadResult ReadAccessPoints(const json::Reading& reading, void* target) {
+  if (reading.member == nullptr || !reading.member->IsArray()) return json::ReadResult::kNothing;
   auto& points = *static_cast<std::vector<AccessPointData>*>(target);
   points.clear();
   points.reserve(reading.member->Size());
@@ -17,7 +17,7 @@ bool ReadAccessPoints(const json::Reading& reading, void* target) {
     point.Deserialize(element.IsObject() ? &element : nullptr);
     points.push_back(point);
   }
-  return false;
+  return json::ReadResult::kStored;
 }
 
 using AccessPoints = json::KindOf<std::vector<AccessPointData>>;

@@ -6,9 +6,10 @@ namespace ZQ_RMT_MODELS {
 namespace {
 
 // What is read comes on top of the pairs that the record has.
-bool ReadPairs(const json::Reading& reading, void* target) {
-  if (reading.member != nullptr) json::InsertPairs(*reading.member, *static_cast<json::TextMap*>(target));
-  return false;
+json::ReadResult ReadPairs(const json::Reading& reading, void* target) {
+  if (reading.member == nullptr || !reading.member->IsArray()) return json::ReadResult::kNothing;
+  json::InsertPairs(*reading.member, *static_cast<json::TextMap*>(target));
+  return json::ReadResult::kStored;
 }
 
 bool WritePairs(const json::Field&, const void* source, json::Document& document, json::Value& out) {

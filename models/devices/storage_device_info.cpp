@@ -10,6 +10,7 @@ namespace {
 using json::Field;
 using json::Kind;
 using json::Reading;
+using json::ReadResult;
 
 constexpr Field kAddressFields[] = {
     json::row<&SCSIAddress::Adapter>(u"Adapter", {.id = 7201}),
@@ -19,27 +20,21 @@ constexpr Field kAddressFields[] = {
 };
 constexpr json::RecordTable kAddressTable = json::Table({.name = "SCSIAddress", .fields = kAddressFields});
 
-// No member of this record is logged as it is read, and some fail in a way of their own: a missing key or one of
-// another kind sets them to 0 (the getters of narrow numbers) or to false (the flags).
-template <class Member, bool (*store)(const json::Value*, Member*)>
-bool ReadWith(const Reading& reading, void* target) {
-  store(reading.member, static_cast<Member*>(target));
-  return false;
+// No member of this record is logged when it is read. Some fail in a way of their own: a missing key, or one of another
+// kind, sets narrow numbers to 0 and flags to false.
+template <class Member, bool (*read)(const json::Value*, Member&)>
+ReadResult ReadWith(const Reading& reading, void* target) {
+  return read(reading.member, *static_cast<Member*>(target)) ? ReadResult::kStored : ReadResult::kNothing;
 }
 
-template <class Member, bool (*store)(const json::Value*, Member*)>
+template <class Member, bool (*read)(const json::Value*, Member&)>
 constexpr Kind kGetter = {
-    .read = ReadWith<Member, store>, .write = json::KindOf<Member>::Write, .name = json::KindOf<Member>::kind.name};
+    .read = ReadWith<Member, read>, .write = json::KindOf<Member>::Write, .name = json::KindOf<Member>::kind.name};
 
-bool StoreFlag(const json::Value* member, bool* out) {
-  *out = member != nullptr && member->IsTrue();
-  return true;
-}
-
-bool StoreLowInt64(const json::Value* member, std::int32_t* out) {
-  std::int64_t number = *out;
-  const bool stored = json::StoreInt64(member, &number);
-  *out = static_cast<std::int32_t>(number);
+bool ReadLowInt64(const json::Value* member, std::int32_t& target) {
+  std::int64_t number = target;
+  const bool stored = json::ReadNumber(member, number);
+  target = static_cast<std::int32_t>(number);
   return stored;
 }
 
@@ -51,9 +46,8 @@ bool WriteSigned(const Field&, const void* source, json::Document&, json::Value&
 
 using Bytes = std::array<std::uint8_t, 8>;
 
-bool ReadByteArray(const Reading& reading, void* target) {
-  ReadBytes(reading.member, *static_cast<Bytes*>(target));
-  return false;
+bool ReadByteArray(const json::Value* member, Bytes& target) {
+  return ReadBytes(member, target);
 }
 
 bool WriteByteArray(const Field&, const void* source, json::Document& document, json::Value& out) {
@@ -63,10 +57,11 @@ bool WriteByteArray(const Field&, const void* source, json::Document& document, 
 
 // A record that is part of this one, and so always written.
 template <class Record>
-bool ReadEmbedded(const Reading& reading, void* target) {
+ReadResult ReadEmbedded(const Reading& reading, void* target) {
   if (reading.member != nullptr && reading.member->IsNull()) json::LogNullRecord(reading.field);
-  if (!json::IsAbsentRecord(reading.member)) static_cast<Record*>(target)->Deserialize(reading.member);
-  return false;
+  if (json::IsAbsentRecord(reading.member)) return ReadResult::kNothing;
+  static_cast<Record*>(target)->Deserialize(reading.member);
+  return ReadResult::kStored;
 }
 
 template <class Record>
@@ -86,16 +81,18 @@ constexpr Kind EmbeddedKind(const char* name, const json::RecordTable& (*record)
 }
 
 constexpr const char* kZeroNote = "0 when missing or of another kind";
-constexpr Kind kInt16 = kGetter<std::int16_t, json::StoreInt16>;
-constexpr Kind kUint16 = kGetter<std::uint16_t, json::StoreUint16>;
-constexpr Kind kInt64 = kGetter<std::int64_t, json::StoreInt64>;
-constexpr Kind kLowInt64 = kGetter<std::int32_t, StoreLowInt64>;
+constexpr const char* kFalseNote = "false when missing or of another kind";
+constexpr const char* kBytesNote = "read only when it has exactly 8 elements";
+constexpr Kind kInt16 = kGetter<std::int16_t, json::ReadNumberOrZero>;
+constexpr Kind kUint16 = kGetter<std::uint16_t, json::ReadNumberOrZero>;
+constexpr Kind kInt64 = kGetter<std::int64_t, json::ReadNumber>;
+constexpr Kind kLowInt64 = kGetter<std::int32_t, ReadLowInt64>;
 constexpr Kind kHandle = {
-    .read = ReadWith<std::uint64_t, json::StoreHandle>, .write = nullptr, .name = "a value that nothing reads"};
-constexpr Kind kFlag = kGetter<bool, StoreFlag>;
+    .read = ReadWith<std::uint64_t, json::ReadHandle>, .write = nullptr, .name = "a value that nothing reads"};
+constexpr Kind kFlag = kGetter<bool, json::ReadNumberOrZero>;
 constexpr Kind kUint64AsUint32 = {
-    .read = ReadWith<std::uint32_t, json::StoreUint64AsUint32>, .write = WriteSigned, .name = "uint32 of a uint64"};
-constexpr Kind kBytes = {.read = ReadByteArray, .write = WriteByteArray, .name = "8 bytes"};
+    .read = ReadWith<std::uint32_t, json::ReadUint64AsUint32>, .write = WriteSigned, .name = "uint32 of a uint64"};
+constexpr Kind kBytes = {.read = ReadWith<Bytes, ReadByteArray>, .write = WriteByteArray, .name = "8 bytes"};
 constexpr Kind kAddress = EmbeddedKind<SCSIAddress>("record", SCSIAddress::Table);
 constexpr Kind kHealthLog = EmbeddedKind<NVME_HEALTH_INFO_LOG_STRUCT>("image", nullptr);
 constexpr Kind kIdentify = EmbeddedKind<NVME_IDENTIFY_CONTROLLER_DATA_STRUCT>("image", nullptr);
@@ -139,26 +136,17 @@ constexpr Field kFields[] = {
     json::row<&STORAGE_DEVICE_INFO::DeviceID>(u"DeviceID", {.written = false}),
     json::row<&STORAGE_DEVICE_INFO::SATAMajorVersion>(u"SATAMajorVersion"),
     json::row<&STORAGE_DEVICE_INFO::SATAMinorVersion>(u"SATAMinorVersion"),
-    json::row<&STORAGE_DEVICE_INFO::NCQSupportFlg, kFlag>(u"NCQSupportFlg",
-                                                          {.note = "false when missing or of another kind"}),
-    json::row<&STORAGE_DEVICE_INFO::TCGSupportFlg, kFlag>(u"TCGSupportFlg",
-                                                          {.note = "false when missing or of another kind"}),
-    json::row<&STORAGE_DEVICE_INFO::SEDSupportFlg, kFlag>(u"SEDSupportFlg",
-                                                          {.note = "false when missing or of another kind"}),
-    json::row<&STORAGE_DEVICE_INFO::AESSupportFlg, kFlag>(u"AESSupportFlg",
-                                                          {.note = "false when missing or of another kind"}),
-    json::row<&STORAGE_DEVICE_INFO::isRemovableDevice, kFlag>(u"isRemovableDevice",
-                                                              {.note = "false when missing or of another kind"}),
-    json::row<&STORAGE_DEVICE_INFO::isRaidVolume, kFlag>(u"isRaidVolume",
-                                                         {.note = "false when missing or of another kind"}),
-    json::row<&STORAGE_DEVICE_INFO::isOkUseCDB16, kFlag>(u"isOkUseCDB16",
-                                                         {.note = "false when missing or of another kind"}),
-    json::row<&STORAGE_DEVICE_INFO::bReserved2, kFlag>(u"bReserved2",
-                                                       {.note = "false when missing or of another kind"}),
-    json::row<&STORAGE_DEVICE_INFO::bReserved3, kFlag>(u"bReserved3",
-                                                       {.note = "false when missing or of another kind"}),
-    json::row<&STORAGE_DEVICE_INFO::sasAddr, kBytes>(u"sasAddr", {.note = "read only when it has exactly 8 elements"}),
-    json::row<&STORAGE_DEVICE_INFO::bSASLun, kBytes>(u"bSASLun", {.note = "read only when it has exactly 8 elements"}),
+    json::row<&STORAGE_DEVICE_INFO::NCQSupportFlg, kFlag>(u"NCQSupportFlg", {.note = kFalseNote}),
+    json::row<&STORAGE_DEVICE_INFO::TCGSupportFlg, kFlag>(u"TCGSupportFlg", {.note = kFalseNote}),
+    json::row<&STORAGE_DEVICE_INFO::SEDSupportFlg, kFlag>(u"SEDSupportFlg", {.note = kFalseNote}),
+    json::row<&STORAGE_DEVICE_INFO::AESSupportFlg, kFlag>(u"AESSupportFlg", {.note = kFalseNote}),
+    json::row<&STORAGE_DEVICE_INFO::isRemovableDevice, kFlag>(u"isRemovableDevice", {.note = kFalseNote}),
+    json::row<&STORAGE_DEVICE_INFO::isRaidVolume, kFlag>(u"isRaidVolume", {.note = kFalseNote}),
+    json::row<&STORAGE_DEVICE_INFO::isOkUseCDB16, kFlag>(u"isOkUseCDB16", {.note = kFalseNote}),
+    json::row<&STORAGE_DEVICE_INFO::bReserved2, kFlag>(u"bReserved2", {.note = kFalseNote}),
+    json::row<&STORAGE_DEVICE_INFO::bReserved3, kFlag>(u"bReserved3", {.note = kFalseNote}),
+    json::row<&STORAGE_DEVICE_INFO::sasAddr, kBytes>(u"sasAddr", {.note = kBytesNote}),
+    json::row<&STORAGE_DEVICE_INFO::bSASLun, kBytes>(u"bSASLun", {.note = kBytesNote}),
     json::row<&STORAGE_DEVICE_INFO::SCSIadr, kAddress>(u"SCSIadr", {.id = 7301}),
     json::row<&STORAGE_DEVICE_INFO::hSCSIhandle, kHandle>(u"hSCSIhandle", {.written = false}),
     json::row<&STORAGE_DEVICE_INFO::RaidSetInitState>(u"RaidSetInitState"),
@@ -167,11 +155,9 @@ constexpr Field kFields[] = {
     json::row<&STORAGE_DEVICE_INFO::RaidInitInformation>(u"RaidInitInformation"),
     json::row<&STORAGE_DEVICE_INFO::ReadAttrInterface>(u"ReadAttrInterface"),
     json::row<&STORAGE_DEVICE_INFO::ssdWearPercent>(u"ssdWearPercent"),
-    json::row<&STORAGE_DEVICE_INFO::SMARTEnabled, kFlag>(u"SMARTEnabled",
-                                                         {.note = "false when missing or of another kind"}),
-    json::row<&STORAGE_DEVICE_INFO::isSolidStateDrive, kFlag>(u"isSolidStateDrive",
-                                                              {.note = "false when missing or of another kind"}),
-    json::row<&STORAGE_DEVICE_INFO::isSSHD, kFlag>(u"isSSHD", {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::SMARTEnabled, kFlag>(u"SMARTEnabled", {.note = kFalseNote}),
+    json::row<&STORAGE_DEVICE_INFO::isSolidStateDrive, kFlag>(u"isSolidStateDrive", {.note = kFalseNote}),
+    json::row<&STORAGE_DEVICE_INFO::isSSHD, kFlag>(u"isSSHD", {.note = kFalseNote}),
     json::row<&STORAGE_DEVICE_INFO::NVMECNTLID, kInt16>(u"NVMECNTLID", {.note = kZeroNote}),
     json::row<&STORAGE_DEVICE_INFO::NVMeVersion, kLowInt64>(u"NVMeVersion", {.note = "of an int64, the low 32 bits"}),
     json::row<&STORAGE_DEVICE_INFO::MaxDataTransferSize>(u"MaxDataTransferSize"),
@@ -197,11 +183,9 @@ constexpr Field kFields[] = {
     json::row<&STORAGE_DEVICE_INFO::AWUNSize, kInt16>(u"AWUNSize", {.note = kZeroNote}),
     json::row<&STORAGE_DEVICE_INFO::AWUPFSize, kInt16>(u"AWUPFSize", {.note = kZeroNote}),
     json::row<&STORAGE_DEVICE_INFO::NVMeSMARTDataError>(u"NVMeSMARTDataError"),
-    json::row<&STORAGE_DEVICE_INFO::isNVMeSMARTDataError, kFlag>(u"isNVMeSMARTDataError",
-                                                                 {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::isNVMeSMARTDataError, kFlag>(u"isNVMeSMARTDataError", {.note = kFalseNote}),
     json::row<&STORAGE_DEVICE_INFO::NVMeIDBufferError>(u"NVMeIDBufferError"),
-    json::row<&STORAGE_DEVICE_INFO::isNVMeIDBufferError, kFlag>(u"isNVMeIDBufferError",
-                                                                {.note = "false when missing or of another kind"}),
+    json::row<&STORAGE_DEVICE_INFO::isNVMeIDBufferError, kFlag>(u"isNVMeIDBufferError", {.note = kFalseNote}),
     json::row<&STORAGE_DEVICE_INFO::nvmeHealthLog, kHealthLog>(u"nvmeHealthLog", {.id = 7302}),
     json::row<&STORAGE_DEVICE_INFO::nvmeIdentifyBuff, kIdentify>(u"nvmeIdentifyBuff", {.id = 7303}),
 };
