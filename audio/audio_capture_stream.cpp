@@ -57,8 +57,8 @@ void AudioCaptureStreamClass::NegotiateFormat() {
   if (status == S_OK) return;
   if (status != S_FALSE || !closest) throw kPlatformError;
   // A match replaces the header and the two bytes of the valid bits; the rest of the offer stays. A match that is a
-  // header alone, as of plain PCM, has no valid bits, and gets 0. Those of the offer, which is another format, would put
-  // the sign of the samples in the wrong place.
+  // header alone, as of plain PCM, has no valid bits, and gets 0. Those of the offer, which is another format, would
+  // put the sign of the samples in the wrong place.
   constexpr std::size_t kValidBitsBytes = 2;
   format_.header = *closest;
   std::fill_n(format_.tail.begin(), kValidBitsBytes, std::uint8_t{0});

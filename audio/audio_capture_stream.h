@@ -8,9 +8,9 @@
 
 namespace audio {
 
-// Records into the endpoint's own buffer, which is read after the stop and has to hold everything that is captured. The
-// order of calls: SetBufferDuration, Initialize, Start, Stop, then ReadPacket, ReleasePacket and GetNextPacketSize until
-// that returns 0.
+// Records into the endpoint's own buffer, which is read after the stop and has to hold everything that is captured.
+// The order of calls: SetBufferDuration, Initialize, Start, Stop, then ReadPacket, ReleasePacket and GetNextPacketSize
+// until that returns 0.
 class AudioCaptureStreamClass : public AudioStreamClass {
  public:
   // Binds the capture endpoint that `name` selects, as AudioEndpointClass does.

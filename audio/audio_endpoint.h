@@ -8,8 +8,8 @@
 
 namespace audio {
 
-// One bound audio endpoint, with the platform references through which everything else reaches it. The constructor binds
-// it until it is destroyed or overwritten. Used on one thread, which has been put on a platform.
+// One bound audio endpoint, with the platform references through which everything else reaches it. The constructor
+// binds it until it is destroyed or overwritten. Used on one thread, which has been put on a platform.
 //
 // Every operation throws kPlatformError when a platform call fails. Levels are scalars from 0.0 to 1.0.
 class AudioEndpointClass {
@@ -17,8 +17,9 @@ class AudioEndpointClass {
   // Binds the default endpoint of `flow` for the console role.
   explicit AudioEndpointClass(EDataFlow flow);
 
-  // Binds the first active endpoint of `flow`, in the platform's order, whose whole id occurs somewhere in `name`: hosts
-  // send ids with a prefix of their own. Both are compared in lower case. Throws kEndpointNotFound if there is none.
+  // Binds the first active endpoint of `flow`, in the platform's order, whose whole id occurs somewhere in `name`:
+  // hosts send ids with a prefix of their own. Both are compared in lower case. Throws kEndpointNotFound if there is
+  // none.
   AudioEndpointClass(EDataFlow flow, std::u16string name);
 
   // Releases the references held so far and takes over those of `other`, which is left bound to nothing: it can only be

@@ -10,9 +10,9 @@ namespace {
 
 constexpr std::uint32_t kStoreBytes = 2000000;
 
-// The number of bits up to the sign of a sample. Valid bits that are more than 4 below the bits of the container aren't
-// believed: the two bytes hold something else in a format that isn't extensible. The unsigned subtraction wraps for fewer
-// than 4 bits, where `bits` is the answer too.
+// The number of bits up to the sign of a sample. Valid bits that are more than 4 below the bits of the container
+// aren't believed: the two bytes hold something else in a format that isn't extensible. The unsigned subtraction wraps
+// for fewer than 4 bits, where `bits` is the answer too.
 std::uint32_t SignWidth(std::uint32_t bits, std::uint32_t validBits) {
   return validBits >= bits - 4 ? validBits : bits;
 }

@@ -2,8 +2,8 @@
 
 namespace audio {
 
-// What the engine throws, as a plain `int`: the id of the outcome that ends the test. The sequence of a test catches it and
-// reports it.
+// What the engine throws, as a plain `int`: the id of the outcome that ends the test. The sequence of a test catches
+// it and reports it.
 constexpr int kPlatformError = 995582;     // a platform call failed, or gave something that can't be used
 constexpr int kEndpointNotFound = 770117;  // no active endpoint matches the wanted name
 constexpr int kNoMemoryForSink = 990414;   // the capture sink could not allocate its store

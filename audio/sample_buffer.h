@@ -16,7 +16,8 @@ class SampleBufferClass {
   // Replaces the store by an empty one of `size` bytes. If there is no memory, returns false and changes nothing.
   bool Allocate(std::uint32_t size);
 
-  // Appends `count` bytes. If they don't all fit, `source` is null or there is no store, returns false and stores nothing.
+  // Appends `count` bytes. If they don't all fit, `source` is null or there is no store, returns false and stores
+  // nothing.
   bool Write(const std::uint8_t* source, std::uint32_t count);
 
   // Returns the byte at the read position, which must be below Used(), and moves on by one.

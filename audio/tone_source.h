@@ -8,8 +8,8 @@
 namespace audio {
 
 // A number from `low` to `high`, both included, each equally likely. `low` must not be above `high`, and each call of
-// `generator` returns 32 random bits. The method is Lemire's ("Fast Random Integer Generation in an Interval", 2019). It
-// is written out because the standard leaves the method of std::uniform_int_distribution open.
+// `generator` returns 32 random bits. The method is Lemire's ("Fast Random Integer Generation in an Interval", 2019).
+// It is written out because the standard leaves the method of std::uniform_int_distribution open.
 template <class Generator>
 std::int32_t DrawUniform(Generator& generator, std::int32_t low, std::int32_t high) {
   const auto range = static_cast<std::uint64_t>(static_cast<std::int64_t>(high) - low + 1);
@@ -21,8 +21,8 @@ std::int32_t DrawUniform(Generator& generator, std::int32_t low, std::int32_t hi
   return static_cast<std::int32_t>(low + static_cast<std::int64_t>(product >> 32));
 }
 
-// The test signal: a band of seven sine partials around a centre frequency, in signed 16-bit mono samples, as long as one
-// second of the format that was set. All of it is computed before any stream runs.
+// The test signal: a band of seven sine partials around a centre frequency, in signed 16-bit mono samples, as long as
+// one second of the format that was set. All of it is computed before any stream runs.
 class ToneSourceClass {
  public:
   // `frequency` is the band's centre in Hz.
@@ -32,8 +32,8 @@ class ToneSourceClass {
 
   void SetFormat(const RenderFormatBlock& block);
 
-  // Computes nAvgBytesPerSec bytes of samples at nSamplesPerSec, which must be above 0; the other fields of the format have
-  // no effect on them. The tone is empty if there is no memory for it. Throws kNotSetUp before SetFormat.
+  // Computes nAvgBytesPerSec bytes of samples at nSamplesPerSec, which must be above 0; the other fields of the format
+  // have no effect on them. The tone is empty if there is no memory for it. Throws kNotSetUp before SetFormat.
   void Synthesize();
 
   void Rewind() { samples_.SeekRead(0); }

@@ -10,8 +10,8 @@ ZQ_RMT_TESTS_AUDIO::AudioPlaybackTestClass playbackTest;
 
 static_assert(sizeof(ZQRMTChar) == sizeof(char16_t));
 
-// Calls `run` with the host's text. No C++ exception may cross the C boundary: for a failing probe of the log directory and
-// for a lack of memory, which the tests don't handle themselves, the answer is a null pointer.
+// Calls `run` with the host's text. No C++ exception may cross the C boundary: for a failing probe of the log
+// directory and for a lack of memory, which the tests don't handle themselves, the answer is a null pointer.
 template <class Run>
 ZQRMTChar* Answer(const ZQRMTChar* contract, const Run& run) {
   constexpr char16_t kNoText[] = u"";

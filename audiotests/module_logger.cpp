@@ -22,7 +22,8 @@ logging::Logger* CreateTestLogger() {
   try {
     logger->LogNormal(0, "ZQRMTTestsAudio.dll. Version:" ZQRMT_VERSION, 0.0);
   } catch (const std::filesystem::filesystem_error&) {
-    // Nobody above a static initialiser could handle it. Each test call meets the same probe and reports it to the host.
+    // Nobody above a static initialiser could handle it. Each test call meets the same probe and reports it to the
+    // host.
   }
   return logger;
 }

@@ -18,10 +18,10 @@ struct OutcomeEntry {
 // The outcomes that a host is told of, by id (ZQRMTOutcome). Built when the library is loaded and only read afterwards.
 extern const std::map<std::int32_t, OutcomeEntry> OutcomeTable;
 
-// Logs the outcome `code`, an id of the table, and copies the code and the text of the record that the logger returns to
-// ReturnCode and ReturnMessage. An id that isn't in the table is logged as "Not handled". If the level in force rejects
-// the line, the record is the last that `logger` accepted, and the host gets that one's code and text. Raises the
-// filesystem_error of a failing log probe, with `coreData` unchanged.
+// Logs the outcome `code`, an id of the table, and copies the code and the text of the record that the logger returns
+// to ReturnCode and ReturnMessage. An id that isn't in the table is logged as "Not handled". If the level in force
+// rejects the line, the record is the last that `logger` accepted, and the host gets that one's code and text. Raises
+// the filesystem_error of a failing log probe, with `coreData` unchanged.
 void ReportOutcome(std::int32_t code, logging::Logger* logger, ZQ_RMT_MODELS::CoreData* coreData);
 
 }  // namespace ZQ_RMT_TESTS_AUDIO

@@ -12,9 +12,9 @@ namespace ZQ_RMT_TESTS_AUDIO {
 // has played out and no platform call has failed.
 class AudioPlaybackTestClass {
  public:
-  // Runs the test that `text`, a contract in JSON, asks for. Returns the same contract with the outcome filled in, a text
-  // that the caller releases with free; null if there is no memory for it. Raises the filesystem_error of a failing log
-  // probe.
+  // Runs the test that `text`, a contract in JSON, asks for. Returns the same contract with the outcome filled in, a
+  // text that the caller releases with free; null if there is no memory for it. Raises the filesystem_error of a
+  // failing log probe.
   char16_t* RunAudioPlaybackTest(const char16_t* text);
 
  private:

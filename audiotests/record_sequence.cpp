@@ -20,8 +20,8 @@ namespace ZQ_RMT_TESTS_AUDIO {
 namespace {
 
 constexpr std::uint32_t kToneFrequency = 1200;  // Hz
-// Units of 100 ns. The first has room for the tone of one second and for what is captured before and after it; the second
-// is also how long a test without a tone listens.
+// Units of 100 ns. The first has room for the tone of one second and for what is captured before and after it; the
+// second is also how long a test without a tone listens.
 constexpr std::int64_t kToneBuffer = 15000000;
 constexpr std::int64_t kListeningBuffer = 30000000;
 constexpr std::int64_t kBufferUnitsPerMillisecond = 10000;
@@ -51,8 +51,8 @@ struct CaptureSettings {
   }
 };
 
-// Moves everything that was captured into the sink. Without any packet this fails: a capture that delivered nothing is a
-// failure of the platform, not silence.
+// Moves everything that was captured into the sink. Without any packet this fails: a capture that delivered nothing is
+// a failure of the platform, not silence.
 void Drain(audio::AudioCaptureStreamClass& capture, audio::CaptureSinkClass& sink) {
   do {
     const audio::AudioCaptureStreamClass::Packet packet = capture.ReadPacket();

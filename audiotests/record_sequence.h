@@ -12,9 +12,9 @@ namespace ZQ_RMT_TESTS_AUDIO {
 // device of its AudioData if that names one, and stores the largest amplitude. It measures; the host judges.
 class AudioRecordTestClass {
  public:
-  // Runs the test that `text`, a contract in JSON, asks for. Returns the same contract with the outcome filled in, a text
-  // that the caller releases with free; null if there is no memory for it. Raises the filesystem_error of a failing log
-  // probe.
+  // Runs the test that `text`, a contract in JSON, asks for. Returns the same contract with the outcome filled in, a
+  // text that the caller releases with free; null if there is no memory for it. Raises the filesystem_error of a
+  // failing log probe.
   char16_t* RunAudioRecordTest(const char16_t* text);
 
   // The sequence on the contract of the call in progress: captures from `captureName` while the tone plays on

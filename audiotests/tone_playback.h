@@ -7,8 +7,8 @@
 
 namespace ZQ_RMT_TESTS_AUDIO {
 
-// Saves the settings of the stream's endpoint, sets it unmuted and to full level, computes the tone and queues all of it.
-// The stream is initialised in the tone's format, and `settings` follows it.
+// Saves the settings of the stream's endpoint, sets it unmuted and to full level, computes the tone and queues all of
+// it. The stream is initialised in the tone's format, and `settings` follows it.
 void LoadTone(audio::AudioRenderStreamClass& stream, audio::EndpointVolumeSnapshotClass& settings,
               audio::ToneSourceClass& tone);
 

@@ -1,10 +1,10 @@
 /* What the test module ZQRMTTestsAudio puts into ReturnCode of CoreData, for C and C++.
  *
- * A return code has nine digits: one for the level of the log line that reports the outcome, two for the component that
- * logged it, and six for the id of the outcome. A call that ends without an outcome leaves the code that the contract
- * brought, 0 for none: a record test does so when the contract names no endpoint, and when it passes and the contract
- * brought a code other than 0. While a flag file hides the line of the outcome, the code is that of the last line that the
- * test logged.
+ * A return code has nine digits: one for the level of the log line that reports the outcome, two for the component
+ * that logged it, and six for the id of the outcome. A call that ends without an outcome leaves the code that the
+ * contract brought, 0 for none: a record test does so when the contract names no endpoint, and when it passes and the
+ * contract brought a code other than 0. While a flag file hides the line of the outcome, the code is that of the last
+ * line that the test logged.
  */
 #ifndef AUDIOTESTS_ZQRMT_RETURN_CODES_H
 #define AUDIOTESTS_ZQRMT_RETURN_CODES_H

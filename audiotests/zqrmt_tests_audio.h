@@ -11,8 +11,8 @@
  *
  * A function returns a new text: the same contract with ReturnCode and ReturnMessage of CoreData filled in
  * (zqrmt_return_codes.h) and, from the record test, maxAmplitude of AudioData. The host releases it with free of the C
- * runtime that the module uses. It returns a null pointer if memory ran out or if the log directory could not be examined
- * or created.
+ * runtime that the module uses. It returns a null pointer if memory ran out or if the log directory could not be
+ * examined or created.
  *
  * The host must
  * - have initialised COM on the calling thread (Windows), or have put the thread on a platform with

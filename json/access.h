@@ -10,9 +10,9 @@
 
 namespace json {
 
-// Parses `text`, up to its first zero unit, into the root of `document` and returns true. If the text isn't JSON by RFC
-// 8259, a number is beyond a double's range, or an escape stands for half a surrogate pair, returns false and leaves the
-// root as it was. Any depth of nesting is parsed without recursion.
+// Parses `text`, up to its first zero unit, into the root of `document` and returns true. If the text isn't JSON by
+// RFC 8259, a number is beyond a double's range, or an escape stands for half a surrogate pair, returns false and
+// leaves the root as it was. Any depth of nesting is parsed without recursion.
 bool ParseText(const std::u16string& text, Document& document);
 
 // The value as compact JSON. At a double that is NaN or infinite the text ends, without closing brackets.

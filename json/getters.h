@@ -12,9 +12,9 @@ namespace json {
 // Each stores the text, number or flag that `member` holds in `target` and returns true. If `member` is null, which
 // stands for a missing key, or holds a value of another kind, returns false and leaves `target` as it was.
 //
-// A text is read up to its first zero unit. A number written with a fraction or an exponent is no integer, and any other
-// is no double. An integer must fit into 32 bits of the target's signedness, or into an int64 for that; 16 and 8 bits
-// then store its low bits.
+// A text is read up to its first zero unit. A number written with a fraction or an exponent is no integer, and any
+// other is no double. An integer must fit into 32 bits of the target's signedness, or into an int64 for that; 16 and 8
+// bits then store its low bits.
 bool ReadText(const Value* member, std::u16string& target);
 bool ReadNumber(const Value* member, std::int64_t& target);
 bool ReadNumber(const Value* member, std::int32_t& target);

@@ -56,7 +56,8 @@ constexpr const char* NumberName() {
 // Logs the row's line, which for a nested record says that it is null.
 void LogNullRecord(const Field& field);
 
-// Log the lines of a list that is written: before it, before the record at `index`, and after it. Nothing if `lines` is null.
+// Log the lines of a list that is written: before it, before the record at `index`, and after it. Nothing if `lines`
+// is null.
 void LogListBegin(const ListLines* lines, std::size_t size);
 void LogListItem(const ListLines* lines, std::size_t index);
 void LogListEnd(const ListLines* lines);

@@ -9,10 +9,10 @@
 
 namespace json {
 
-// Stores the value of each of `count` keys in `found`, which has room for them: null for a key that `object` doesn't have,
-// and the first value of a key that it holds twice. `keyOf(row)` returns the key of a row; no two are alike, and an empty
-// one is never found. A member that follows its predecessor's row is found at the first comparison, so reading an object
-// in the order of its rows takes linear time.
+// Stores the value of each of `count` keys in `found`, which has room for them: null for a key that `object` doesn't
+// have, and the first value of a key that it holds twice. `keyOf(row)` returns the key of a row; no two are alike, and
+// an empty one is never found. A member that follows its predecessor's row is found at the first comparison, so
+// reading an object in the order of its rows takes linear time.
 template <class KeyOf>
 void FindMembers(const Value& object, std::size_t count, const KeyOf& keyOf, const Value** found) {
   std::fill_n(found, count, nullptr);
@@ -39,8 +39,8 @@ inline bool IsAbsentRecord(const Value* member) {
 // grows by itself gets room for 16, most of which a list of small records wouldn't need.
 Value ObjectWithRoom(std::size_t members, Document& document);
 
-// The same as the result of a writer: in the memory of `inComingDoc` or, if that is null, of a new document that the result
-// owns. The latter is logged with the id `newDocumentId`.
+// The same as the result of a writer: in the memory of `inComingDoc` or, if that is null, of a new document that the
+// result owns. The latter is logged with the id `newDocumentId`.
 Serialized BeginObject(Document* inComingDoc, std::int32_t newDocumentId, std::size_t members);
 
 // Adds a member. The key's text isn't copied, so it must be a constant that lives as long as the module.

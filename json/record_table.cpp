@@ -73,7 +73,8 @@ Serialized WriteRecord(const RecordTable& table, const void* record, Document* i
   for (std::size_t i = 0; i < rows; ++i) {
     const Field& field = table.fields[table.writeOrder.empty() ? i : table.writeOrder[i]];
     if (!field.options.written) continue;
-    // The function that finds the member serves reading too, so it takes a record that isn't const. Writing changes nothing.
+    // The function that finds the member serves reading too, so it takes a record that isn't const. Writing changes
+    // nothing.
     const void* const source = field.member(const_cast<void*>(record));
     LogWrite(field.options.beforeWrite, field, source);
     if (Value member; field.kind->write(field, source, document, member)) {

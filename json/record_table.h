@@ -1,5 +1,5 @@
-// Records as tables. A record has one row for each key, which is made at compile time from the pointer to the member. Rows
-// are plain structs, so that one loop reads every record and one writes it.
+// Records as tables. A record has one row for each key, which is made at compile time from the pointer to the member.
+// Rows are plain structs, so that one loop reads every record and one writes it.
 //
 //   constexpr json::Field kFields[] = {
 //       json::row<&StateInfo::Progress>(JSON_STATE_PROGRESS, {.id = 8201}),   // logs "Set Progress:40"
@@ -7,9 +7,9 @@
 //   };
 //   constexpr json::RecordTable kTable = json::Table({.name = "StateInfo", .fields = kFields, .completeId = 773});
 //
-// Reading is tolerant: a key that is missing, or whose value is of another kind, leaves its member as it was. Writing is
-// complete: it writes every key but those of nested records that are null. All log lines go to the model logger. No text
-// is made for a line that the level in force rejects.
+// Reading is tolerant: a key that is missing, or whose value is of another kind, leaves its member as it was. Writing
+// is complete: it writes every key but those of nested records that are null. All log lines go to the model logger. No
+// text is made for a line that the level in force rejects.
 #pragma once
 
 #include <array>
@@ -27,8 +27,8 @@ struct Field;
 // Stands for the id of a line that isn't logged.
 inline constexpr std::int32_t kSilent = -1;
 
-// What a row's read function works with: the row, the object that is read, and in it the value under the row's key, null
-// if the key is missing.
+// What a row's read function works with: the row, the object that is read, and in it the value under the row's key,
+// null if the key is missing.
 struct Reading {
   const Field& field;
   const Value& object;
@@ -68,8 +68,8 @@ struct WriteLine {
   Shows shows = Shows::kTextOnly;
 };
 
-// The lines that writing logs for a list of records: `before`; `count` followed by the number of records; for each record
-// "Current Index:" followed by its index; and `after` unless it is null.
+// The lines that writing logs for a list of records: `before`; `count` followed by the number of records; for each
+// record "Current Index:" followed by its index; and `after` unless it is null.
 struct ListLines {
   const char* before;
   const char* count;
@@ -145,8 +145,8 @@ consteval std::array<std::uint8_t, count> WriteOrder(const std::u16string_view (
   return order;
 }
 
-// Reads `value` into `record`, an object of the table's class, and returns whether any row stored a value. A null `value`
-// is read as an object without keys. A value that is no object reads nothing and logs nothing.
+// Reads `value` into `record`, an object of the table's class, and returns whether any row stored a value. A null
+// `value` is read as an object without keys. A value that is no object reads nothing and logs nothing.
 bool ReadRecord(const RecordTable& table, void* record, const Value* value);
 
 // Writes `record` as an object in the memory of `inComingDoc` or, if that is null, of a new document that the result

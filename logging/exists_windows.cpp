@@ -32,8 +32,8 @@ bool OpensTarget(const std::filesystem::path& link) {
 
 }  // namespace
 
-// Asks the system itself, because the C runtime folds the system's errors into fewer and not every standard library tells
-// them apart.
+// Asks the system itself, because the C runtime folds the system's errors into fewer and not every standard library
+// tells them apart.
 bool Exists(const std::filesystem::path& path) {
   const DWORD attributes = GetFileAttributesW(path.c_str());
   const bool isThere = attributes != INVALID_FILE_ATTRIBUTES;

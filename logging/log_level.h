@@ -36,9 +36,9 @@ constexpr const char* LevelName(std::int32_t level) {
   return kLevels[level < kDebug3 || level > kConsole ? kNormal : level].name;
 }
 
-// The code of a message with this id, from a component whose number is 0 or has eight digits with the last six 0. For an
-// id of up to six digits the code has nine: one for the level, two for the component, six for the id. An id that is not
-// below the component's number is taken to contain it already, and an id of nine digits to be a complete code.
+// The code of a message with this id, from a component whose number is 0 or has eight digits with the last six 0. For
+// an id of up to six digits the code has nine: one for the level, two for the component, six for the id. An id that is
+// not below the component's number is taken to contain it already, and an id of nine digits to be a complete code.
 constexpr std::int32_t MessageCode(LogLevel level, std::int32_t componentNumber, std::int32_t id) {
   constexpr std::int32_t kFirstCompleteCode = 100000000;
   if (id >= kFirstCompleteCode) return id;

@@ -28,8 +28,9 @@ class Logger {
   // Each writes a message at its level, with `percent` in front of the text when it is above 0 and with the code that
   // MessageCode makes of the id.
   //
-  // Returns the record of the message. For a message below the active level, which is rejected, returns that of the last
-  // accepted message, empty if there was none. The logger owns the record and overwrites it with its next message.
+  // Returns the record of the message. For a message below the active level, which is rejected, returns that of the
+  // last accepted message, empty if there was none. The logger owns the record and overwrites it with its next
+  // message.
   const LogRecord* LogCritical(std::int32_t id, MessageText text, double percent) {
     return Log(kCritical, id, text, percent);
   }
