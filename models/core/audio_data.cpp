@@ -5,7 +5,7 @@
 namespace ZQ_RMT_MODELS {
 namespace {
 
-// The host depends on a blank behind the colon in these lines alone.
+// Log readers rely on the blank behind the colon. No other record's lines have one.
 constexpr json::Field kFields[] = {
     json::row<&AudioData::maxAmplitude>(u"maxAmplitude", {.id = 0, .line = "Set maxAmplitude: "}),
     json::row<&AudioData::targetDevice>(u"targetDevice", {.id = 0, .line = "Set targetDevice: "}),

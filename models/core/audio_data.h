@@ -7,12 +7,12 @@
 
 namespace ZQ_RMT_MODELS {
 
-// What an audio test is told beside its device, and what it measured.
+// What a host tells an audio test besides the device, and what the test measured.
 class AudioData {
  public:
-  std::int32_t CommandExecuted = -1;  // travels through; the audio tests neither read nor change it
-  double maxAmplitude = 0.0;          // the largest amplitude that the record test heard; full scale is 1.0
-  std::u16string targetDevice;        // id of the render endpoint of the record test; empty: none
+  std::int32_t CommandExecuted = -1;  // comes back as it was sent; the audio tests don't look at it
+  double maxAmplitude = 0.0;          // the largest amplitude that the record test captured; full scale is 1.0
+  std::u16string targetDevice;        // the id of the render endpoint of the record test; empty for none
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;

@@ -16,16 +16,16 @@
 
 namespace ZQ_RMT_MODELS {
 
-// The one record under the contract's root: the task's identity, its outcome, and the nested records.
+// The record under the contract's root: the identity of the task, its outcome, and the nested records.
 class CoreData {
  public:
   std::u16string TimeStamp;
   std::u16string TaskName;
   std::u16string TaskID;
   std::u16string TaskVersion;
-  std::int32_t ReturnCode = 0;  // the composed code of the outcome's log line; 0: nothing was reported
-  std::u16string ReturnMessage;
-  std::u16string Result;  // Result and Status travel through
+  std::int32_t ReturnCode = 0;   // the code of the outcome's log line; 0 if none was reported
+  std::u16string ReturnMessage;  // the text of that line
+  std::u16string Result;         // Result and Status come back as they were sent
   std::u16string Status;
   std::unique_ptr<ZQ_RMT_MODELS::DeviceInfo> DeviceInfo;
   std::unique_ptr<ZQ_RMT_MODELS::SoftwareInfo> SoftwareInfo;

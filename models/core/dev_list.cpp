@@ -64,7 +64,7 @@ json::Serialized DevList::Serialize(json::Document* inComingDoc) const {
   AddNumber(result.value, u"CurrentIndex", CurrentIndex, document);
 
   GetModelLogger().LogDebug2(0, "Serialize Segment Array", 0.0);
-  // In 64 bits: the product of two numbers that a host may choose doesn't fit in 32.
+  // A host may send any index, and the product wouldn't fit into 32 bits.
   const std::int64_t start = std::int64_t{CurrentIndex} * LIST_LENGTH;
   const auto summary = [&] {
     return "startingIndex:" + std::to_string(start) + ", devList->size():" + std::to_string(Segment.size()) +

@@ -8,7 +8,7 @@
 
 namespace ZQ_RMT_MODELS {
 
-// What identifies one device of a list.
+// One device of a list, with what identifies it.
 class DevListEntry {
  public:
   std::u16string DeviceID;
@@ -22,16 +22,17 @@ class DevListEntry {
   static const json::RecordTable& Table();
 };
 
-// A list of devices. It is read whole and written a page at a time: the segment that CurrentIndex names.
+// A list of devices. Reading takes all entries; writing writes one segment of them, the one that CurrentIndex names.
 class DevList {
  public:
-  std::int32_t TotalCount = 0;     // as the host sent it, whatever the number of entries
-  std::int32_t CurrentIndex = -1;  // counts segments, not entries; negative: no segment
+  static constexpr std::int32_t LIST_LENGTH = 20;  // the entries of a full segment
+
+  std::int32_t TotalCount = 0;     // as the host sent it, whatever the number of entries is
+  std::int32_t CurrentIndex = -1;  // counts segments, not entries; negative for none
   std::vector<DevListEntry> Segment;
-  std::int32_t LIST_LENGTH = 20;  // entries of a full segment
 
   void Deserialize(const json::Value* value);
-  // An empty object when CurrentIndex is negative.
+  // An empty object if CurrentIndex is negative.
   json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };

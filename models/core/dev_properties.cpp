@@ -10,7 +10,7 @@ namespace {
 using logging::GetModelLogger;
 using TextList = json::KindOf<std::vector<std::u16string>>;
 
-// Other than in the lists of text elsewhere, an element of another kind isn't skipped: it gives the empty text.
+// Unlike in the lists of text elsewhere, an element of another kind isn't skipped but stored as the empty text.
 json::ReadResult ReadValues(const json::Reading& reading, void* target) {
   if (reading.member == nullptr || !reading.member->IsArray()) return json::ReadResult::kNothing;
   auto& values = *static_cast<std::vector<std::u16string>*>(target);
@@ -71,7 +71,7 @@ std::unique_ptr<PropertySet> DevProperties::Deserialize(const json::Value* value
 
 json::Serialized DevProperties::Serialize(json::Document* inComingDoc) const {
   json::Serialized result = json::WriteRecord(kTable, this, inComingDoc);
-  // The host's log readers know the end of this record by the list's name.
+  // This line names the list and not the record. Log readers rely on that.
   GetModelLogger().LogDebug2(782, "Serialize Complete:Properties Array", 0.0);
   return result;
 }

@@ -9,7 +9,7 @@
 
 namespace ZQ_RMT_MODELS {
 
-// One named property of a device, with one value or several.
+// A named property of a device, with one value or several.
 class DevProp {
  public:
   std::u16string Name;
@@ -17,8 +17,8 @@ class DevProp {
   std::vector<std::u16string> ValueArray;
   bool IsArray = false;
 
-  // Resets the record, reads it, and returns the same as the entry of a PropertySet: there, what `value` lacks is
-  // "empty".
+  // Resets the record and reads it. Returns the same property as the entry of a PropertySet, in which whatever `value`
+  // lacks is the text "empty".
   PropValue Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
@@ -29,7 +29,8 @@ class DevProperties {
  public:
   std::vector<DevProp> Properties;
 
-  // Adds what `value` holds to the properties that are there, and returns the same as a set for lookup by name.
+  // Adds the properties of `value` to those that are there. Returns the ones that were added as a set for lookup by
+  // name.
   std::unique_ptr<PropertySet> Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();

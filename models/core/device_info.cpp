@@ -11,7 +11,7 @@ using logging::GetModelLogger;
 using Camera = json::KindOf<std::unique_ptr<CameraData>>;
 using Storage = json::KindOf<std::unique_ptr<MassStorageData>>;
 
-// A camera record that is null falls back on the description in the device record itself.
+// For a camera record that is null, the camera's one key is read from the device record itself.
 json::ReadResult ReadCamera(const json::Reading& reading, void* target) {
   if (reading.member == nullptr || !reading.member->IsNull()) return Camera::Read(reading, target);
   const json::Value* const description = json::FindMember(reading.object, u"DeviceDescription");
@@ -42,7 +42,7 @@ json::ReadResult ReadStorage(const json::Reading& reading, void* target) {
 constexpr json::Kind kStorage = {
     .read = ReadStorage, .write = Storage::Write, .name = Storage::kind.name, .record = MassStorageData::Table};
 
-// Ids that stand in several rows are the host's.
+// Several rows share an id. Log readers rely on the numbers as they are.
 constexpr json::Field kFields[] = {
     json::row<&DeviceInfo::DeviceID>(u"DeviceID", {.id = 7901}),
     json::row<&DeviceInfo::DeviceInstanceID>(u"DeviceInstanceID", {.id = 7902}),

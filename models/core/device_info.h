@@ -20,11 +20,12 @@
 
 namespace ZQ_RMT_MODELS {
 
-// The device that a task is about: what identifies it, and one nested record for each family of devices.
+// The device that a task is about: what identifies it, and a nested record for each family of devices.
 class DeviceInfo {
  public:
   std::u16string DeviceID;
-  std::u16string DeviceInstanceID;  // the render endpoint of the playback test, the capture endpoint of the record test
+  // For the playback test the id of the render endpoint, for the record test that of the capture endpoint.
+  std::u16string DeviceInstanceID;
   std::u16string Name;
   std::u16string DUID;
   std::u16string Type;

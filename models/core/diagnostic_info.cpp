@@ -8,7 +8,7 @@ namespace {
 
 using logging::GetModelLogger;
 
-// An entry for each element, also for one that isn't an array, behind the entries that the record has.
+// Appends an entry for each element, an empty one if the element isn't an array.
 json::ReadResult ReadData(const json::Reading& reading, void* target) {
   if (reading.member == nullptr || !reading.member->IsArray()) return json::ReadResult::kNothing;
   auto& list = *static_cast<std::vector<DiagData>*>(target);

@@ -8,17 +8,17 @@
 
 namespace ZQ_RMT_MODELS {
 
-// Result data of a diagnostic, an array of pairs on the wire.
+// Result data of a diagnostic. On the wire it is an array of pairs (json::TextMap).
 class DiagData {
  public:
   json::TextMap Pairs;
 
-  // Adds the pairs of `value`; any other value than an array has none.
+  // Adds the pairs of `value`, which has none unless it is an array.
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
 };
 
-// A diagnostic, and its results.
+// A diagnostic and its results. Reading adds to the results that are there.
 class DiagnosticInfo {
  public:
   std::u16string DiagnosticName;

@@ -17,7 +17,7 @@ constexpr json::RecordTable kEventTable = json::Table({.name = "EventModel",
                                                        .logsSerializeEntry = false,
                                                        .completeId = 777});
 
-// The event of the process.
+// The event of the process, which all EventLoggerData records read and write.
 struct ProcessEvent {
   std::unique_ptr<EventModel> evModel = std::make_unique<EventModel>();
 } processEvent;

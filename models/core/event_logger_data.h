@@ -20,8 +20,8 @@ class EventModel {
   static const json::RecordTable& Table();
 };
 
-// Carries an event. It lives in the process and not in this record: each event that any contract brings takes the place
-// of the one before, and goes out with every later contract that has this record. Not guarded.
+// Holds an event, which belongs to the process and not to this record: an event that any contract brings replaces the
+// one before, and every later contract with this record is written with it. Not guarded: used on one thread.
 class EventLoggerData {
  public:
   void Deserialize(const json::Value* value);

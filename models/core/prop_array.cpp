@@ -36,7 +36,7 @@ PropArray* PropArray::Append(PropValue added) {
   }
   node->value_ = std::move(added);
   node->last_ = true;
-  // The nodes before are numbered already.
+  // A new node begins with the number of the one before it.
   ++node->index_;
   return node;
 }

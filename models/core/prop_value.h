@@ -5,7 +5,7 @@
 
 namespace ZQ_RMT_MODELS {
 
-// A property as a PropArray holds it. It has no form on the wire.
+// A property as a PropArray holds it. It isn't a record, and never written.
 struct PropValue {
   std::u16string Name = u"empty";
   std::u16string Qualifier = u"empty";
@@ -14,8 +14,9 @@ struct PropValue {
   std::vector<std::u16string> ValueArray = {u"empty"};
 };
 
-// The first difference of two values: -1 Name, 1 the first entries of ValueArray (no entry counts as the empty text),
-// 2 Qualifier, 3 Type, 4 IsArray, and of arrays 6 the lengths, 8 some entry. 0: none.
+// Compares two values and returns the first difference in this order: -1 for Name, 1 for the first entry of ValueArray
+// (without one it counts as empty), 2 for Qualifier, 3 for Type, 4 for IsArray, and for arrays 6 for their lengths and
+// 8 for any other entry. Returns 0 if there is none.
 int CompareValue(const PropValue& left, const PropValue& right);
 
 }  // namespace ZQ_RMT_MODELS

@@ -25,7 +25,7 @@ std::u16string PropertySet::GetValueByName(const std::u16string& name) const {
 
 const PropArray* PropertySet::Find(const std::u16string& name) const {
   logging::GetModelLogger().LogDebug3(12, "Entered GetIndexByName()", 0.0);
-  // A lone property that is named "empty" counts as none, like a new list.
+  // A single property that is named "empty" counts as none, like a new list.
   if (head_->IsEmptyList()) return nullptr;
   const auto plain = firstByName_.find(name);
   const auto array = firstByName_.find(name + u"[]");

@@ -17,14 +17,14 @@ class PropertySet {
   PropertySet& operator=(const PropertySet&) = delete;
   ~PropertySet() { PropArray::Destroy(head_); }
 
-  // Adds `value` and returns 1. Returns 0, with nothing added, when a property of that name is there whose
-  // first entry isn't empty.
+  // Adds `value` and returns 1. If there is a property of that name whose first entry isn't empty, returns 0 and adds
+  // nothing.
   std::int32_t AddProperty(PropValue value);
 
-  // The position of the first property that is named `name`, or `name` followed by "[]"; -1 when there is none.
+  // The position of the first property that is named `name`, or `name` followed by "[]". -1 if there is none.
   std::int32_t GetIndexByName(const std::u16string& name) const;
 
-  // The first entry of that property's values; empty when there is no such property or it has no values.
+  // The first entry of that property's values. Empty if there is no such property or it has no values.
   std::u16string GetValueByName(const std::u16string& name) const;
 
   // The number of properties; -1 when there are none.
@@ -35,7 +35,7 @@ class PropertySet {
 
   PropArray* const head_ = new PropArray;
   PropArray* tail_ = head_;
-  // The names are those that the nodes hold.
+  // The nodes own the names.
   std::unordered_map<std::u16string_view, const PropArray*> firstByName_;
 };
 

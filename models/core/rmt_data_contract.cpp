@@ -18,7 +18,7 @@ constexpr json::RecordTable kTable =
 bool RMTDataContract::Deserialize(const std::u16string& text) {
   json::Document document;
   document.SetObject();
-  // Text that isn't JSON leaves the root empty, and reads like a contract with no core record.
+  // A text that isn't JSON leaves the root empty, which is then read like a contract without a core record.
   json::ParseText(text, document);
   return Deserialize(document);
 }

@@ -13,7 +13,7 @@ class SoftwareInfo {
  public:
   std::u16string ProductName;
   std::u16string LibraryList;
-  std::vector<std::int32_t> VersionInfo;
+  std::vector<std::int32_t> VersionInfo;  // the parts of a version number
   std::u16string SignatureInfo;
   std::u16string BuildDate;
 

@@ -7,7 +7,7 @@
 
 namespace ZQ_RMT_MODELS {
 
-// How far a task has come.
+// How far a task has come. The times are texts in whatever form the host uses.
 class StateInfo {
  public:
   std::int32_t Progress = 0;  // percent

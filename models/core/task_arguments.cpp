@@ -8,7 +8,7 @@ namespace {
 
 using logging::GetModelLogger;
 
-// Unlike other nested records this one is an array on the wire, and any value but null is read.
+// Unlike other nested records this one is an array on the wire, and a value of any kind but null makes one.
 json::ReadResult ReadList(const json::Reading& reading, void* target) {
   if (reading.member == nullptr) return json::ReadResult::kNothing;
   if (reading.member->IsNull()) {
@@ -65,14 +65,14 @@ const json::RecordTable& ArgumentData::Table() {
 }
 
 void ArgumentList::Deserialize(const json::Value* value) {
-  // The log names the outer class here, as its readers expect.
+  // This line and the one in Serialize name the class around this one. Log readers rely on that.
   GetModelLogger().LogDebug3(1, "Entering TaskArguments::Deserialize()", 0.0);
   if (value == nullptr) return;
   Arguments.clear();
   if (!value->IsArray()) return;
   Arguments.reserve(value->Size());
-  // One pair reads all elements and isn't reset in between: an element that lacks a key has the text of the one before
-  // it.
+  // One pair reads all elements and isn't reset in between, so an element that lacks a key gets the text of the element
+  // before it.
   ArgumentData argument;
   for (const json::Value& element : value->GetArray()) {
     argument.Deserialize(element.IsObject() ? &element : nullptr);

@@ -8,7 +8,7 @@
 
 namespace ZQ_RMT_MODELS {
 
-// One argument of a task: a name and a value, both text whatever they mean to the task.
+// An argument of a task. The value is a text, whatever it means to the task.
 class ArgumentData {
  public:
   std::u16string TaskArgumentName;
@@ -19,16 +19,17 @@ class ArgumentData {
   static const json::RecordTable& Table();
 };
 
-// A task's arguments, an array on the wire.
+// The arguments of a task. On the wire they are an array, not an object.
 class ArgumentList {
  public:
   std::vector<ArgumentData> Arguments;
 
-  // A `value` that is no array is an empty one.
+  // Replaces the arguments by those of `value`, or by none if it is no array.
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
 };
 
+// Holds the arguments of a task.
 class TaskArguments {
  public:
   std::unique_ptr<ZQ_RMT_MODELS::ArgumentList> ArgumentList;

@@ -6,7 +6,7 @@
 namespace ZQ_RMT_MODELS {
 namespace {
 
-// Without the key Direction, of whatever kind, the record isn't read at all.
+// Without the key Direction, of whatever kind, nothing of this record is read.
 json::ReadResult ReadCultureInfo(const json::Reading& reading, void* target) {
   if (json::FindMember(reading.object, u"Direction") == nullptr) return json::ReadResult::kNothing;
   return json::KindOf<std::u16string>::Read(reading, target);

@@ -8,11 +8,11 @@
 
 namespace ZQ_RMT_MODELS {
 
-// The language to speak to the user in.
+// The language in which to speak to the user.
 class LanguageInfo {
  public:
   std::u16string Direction;
-  std::u16string CultureInfo;
+  std::u16string CultureInfo;  // read only if Direction is there, of whatever kind
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;

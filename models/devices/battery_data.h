@@ -8,19 +8,22 @@
 
 namespace ZQ_RMT_MODELS {
 
-// What a battery reports of itself.
+// What a battery reports about itself. The units are those that the Smart Battery Data Specification, revision 1.1,
+// gives the values of these names.
 class BatteryDiagsProperties {
  public:
+  // Capacities in mAh, or in units of 10 mWh if the battery's mode says so.
   std::uint16_t DesignCapacity = 0;
   std::uint16_t FullChargeCapacity = 0;
   std::uint16_t RemainingCapacity = 0;
-  std::uint16_t MaxError = 0;
-  std::uint16_t CycleCount = 0;
-  std::uint16_t Temperature = 0;
-  std::uint16_t Voltage = 0;
-  std::uint16_t Current = 0;
-  std::uint16_t DesignVoltage = 0;
-  std::uint16_t StatusWord = 0;
+  std::uint16_t MaxError = 0;       // the margin of error of the state of charge, in percent
+  std::uint16_t CycleCount = 0;     // charge and discharge cycles so far
+  std::uint16_t Temperature = 0;    // 0.1 K
+  std::uint16_t Voltage = 0;        // mV
+  std::uint16_t Current = 0;        // mA; signed there, but a negative number isn't read here
+  std::uint16_t DesignVoltage = 0;  // mV
+  std::uint16_t StatusWord = 0;     // the bits of BatteryStatus
+  // Of the single cells, which that specification leaves to the manufacturer.
   std::uint16_t CellVoltage1 = 0;
   std::uint16_t CellVoltage2 = 0;
   std::uint16_t CellVoltage3 = 0;
@@ -34,7 +37,7 @@ class BatteryDiagsProperties {
   static const json::RecordTable& Table();
 };
 
-// The state and the settings of the charging system around a battery.
+// The state and the settings of the charging system. None of them has a unit or a list of values on the wire.
 class BatteryDiagsVariables {
  public:
   std::uint16_t WarrantyLength = 0;

@@ -6,7 +6,7 @@
 
 namespace ZQ_RMT_MODELS {
 
-// A camera.
+// A camera. If the record is null, it is read from the device record around it instead, which has the key too.
 class CameraData {
  public:
   std::u16string DeviceDescription;

@@ -8,7 +8,7 @@
 
 namespace ZQ_RMT_MODELS {
 
-// A processor, and a stress run on it.
+// A processor and a stress run on it. The wire names no unit of speeds and temperatures.
 class CPUData {
  public:
   std::int32_t CoreCount = 0;
@@ -19,6 +19,7 @@ class CPUData {
   float operationWeight = 0.0F;
   std::int32_t stressSeconds = 0;
   std::int32_t coolingSeconds = 0;
+  // The course of the run.
   std::vector<std::int32_t> stressPercentages;
   std::vector<std::int32_t> operationsDone;
   std::vector<std::int32_t> operationTemps;

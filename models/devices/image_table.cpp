@@ -17,7 +17,7 @@ constexpr std::uint64_t Mask(const ImageField& field) {
   return (std::uint64_t{1} << field.bitCount) - 1;
 }
 
-// The bytes that hold a number's bits, as one little-endian value.
+// All bytes that hold a bit of the number, as one little-endian value.
 std::uint64_t Load(std::span<const std::uint8_t> image, const ImageField& field) {
   const std::uint32_t end = (field.firstBit + field.bitCount + 7) / 8;
   std::uint64_t value = 0;

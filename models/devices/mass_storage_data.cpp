@@ -12,7 +12,7 @@ json::ReadResult ReadDevice(const json::Reading& reading, void* target) {
   return json::KindOf<std::unique_ptr<STORAGE_DEVICE_INFO>>::Read(reading, target);
 }
 
-// Attributes that are read go behind those that the record has.
+// Attributes that are read are added to those that the record has.
 json::ReadResult ReadSmartAttributes(const json::Reading& reading, void* target) {
   if (reading.member == nullptr || !reading.member->IsArray()) return json::ReadResult::kNothing;
   auto& attributes = *static_cast<std::vector<SMART_ATTRIBUTE>*>(target);
@@ -81,7 +81,7 @@ constexpr json::RecordTable kTable =
 
 void MassStorageData::Deserialize(const json::Value* value) {
   if (json::IsAbsentRecord(value)) return;
-  // In the place of the line that other records begin with.
+  // Other records log that they are entered. This one logs this line instead.
   logging::GetModelLogger().LogDebug2(456, "Starting MassStorageData::Deserialize", 0.0);
   json::ReadRecord(kTable, this, value);
 }

@@ -8,13 +8,13 @@
 
 namespace ZQ_RMT_MODELS {
 
-// A temperature zone.
+// A temperature zone. -1 stands for not set, here and in the records below.
 class TemperatureZoneData {
  public:
   std::u16string ZoneName;
   std::int32_t ZoneIndex = -1;
   std::int32_t ZoneTemperature = -1;
-  std::int32_t CurrentTempUnit = -1;
+  std::int32_t CurrentTempUnit = -1;  // the sender's number for the unit of ZoneTemperature
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
@@ -26,7 +26,7 @@ class FanData {
  public:
   std::u16string FanName;
   std::int32_t FanSpeed = -1;
-  std::int32_t CurrentSpeedUnit = -1;
+  std::int32_t CurrentSpeedUnit = -1;  // the sender's number for the unit of FanSpeed
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
@@ -47,7 +47,7 @@ class SensorDataClass {
   static const json::RecordTable& Table();
 };
 
-// The thermal view of a machine.
+// A machine's temperatures, fans and sensors. Reading adds to the first three lists and replaces the others.
 class MotherboardData {
  public:
   std::vector<TemperatureZoneData> TemperatureData;

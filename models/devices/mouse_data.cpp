@@ -5,8 +5,8 @@
 namespace ZQ_RMT_MODELS {
 namespace {
 
-// Unlike in the lists of numbers elsewhere, an element that is no integer of 32 bits isn't skipped but stored as 0. That
-// goes for an integer beyond 32 bits too, which isn't cut to its low bits: one rule for all that doesn't fit.
+// Unlike in the lists of numbers elsewhere, an element that is no integer of 32 bits isn't skipped but stored as 0.
+// That goes for an integer beyond 32 bits too, which isn't cut to its low bits: one rule for all that doesn't fit.
 json::ReadResult ReadNumbers(const json::Reading& reading, void* target) {
   if (reading.member == nullptr || !reading.member->IsArray()) return json::ReadResult::kNothing;
   auto& numbers = *static_cast<std::vector<std::int32_t>*>(target);

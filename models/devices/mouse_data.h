@@ -9,7 +9,8 @@
 
 namespace ZQ_RMT_MODELS {
 
-// A rectangle on the screen.
+// A rectangle on the screen, with its size and not its far corner. A number without a fraction, 5 and not 5.0, isn't
+// read.
 class BoundingRectangle {
  public:
   double Left = 0.0;
@@ -22,7 +23,7 @@ class BoundingRectangle {
   static const json::RecordTable& Table();
 };
 
-// How often a button was pressed.
+// How often a button was pressed. The button has a number for a name.
 class ButtonClickInfo {
  public:
   std::int32_t ButtonPressedCount = 0;
@@ -33,7 +34,7 @@ class ButtonClickInfo {
   static const json::RecordTable& Table();
 };
 
-// One motion, from a source to a target. Both rectangles are there from the start.
+// One motion from a source to a target. Unlike other nested records, both rectangles exist from the beginning.
 class MouseMotionData {
  public:
   std::int32_t MotionController = -1;
@@ -51,7 +52,7 @@ class MouseMotionData {
   static const json::RecordTable& Table();
 };
 
-// A pointing device, and what was done with it.
+// A pointing device and what was done with it. -1 stands for not set.
 class MouseData {
  public:
   std::int32_t NumberOfButtons = 0;
@@ -59,11 +60,11 @@ class MouseData {
   std::int32_t ActionTaken = -1;
   std::int32_t CommandExecuted = -1;
   std::int32_t EventRaised = -1;
-  std::vector<std::int32_t> ContainedButtons;
+  std::vector<std::int32_t> ContainedButtons;  // 0 for an element that is no integer of 32 bits
   std::vector<std::unique_ptr<MouseMotionData>> ExpectedMotions;
   std::vector<std::unique_ptr<MouseMotionData>> ActualMotions;
   std::vector<std::unique_ptr<ButtonClickInfo>> ButtonClickCount;
-  std::vector<std::int32_t> ScrollResults;
+  std::vector<std::int32_t> ScrollResults;  // the same
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;

@@ -5,8 +5,8 @@
 namespace ZQ_RMT_MODELS {
 namespace {
 
-// One record reads all elements and isn't reset in between: an element that lacks a key has the value of the one before
-// it.
+// One record reads all elements and isn't reset in between, so an element that lacks a key gets the value of the
+// element before it.
 json::ReadResult ReadAccessPoints(const json::Reading& reading, void* target) {
   if (reading.member == nullptr || !reading.member->IsArray()) return json::ReadResult::kNothing;
   auto& points = *static_cast<std::vector<AccessPointData>*>(target);

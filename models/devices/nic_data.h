@@ -8,11 +8,11 @@
 
 namespace ZQ_RMT_MODELS {
 
-// A wireless access point that a network adapter is to join.
+// A wireless access point for a network adapter to join.
 class AccessPointData {
  public:
   std::u16string NICAccessPointName;
-  std::u16string NICAccessPointPassword;  // plain text
+  std::u16string NICAccessPointPassword;  // in plain text, in the contract and in replies
   bool NICIsAccessPointSecured = false;
 
   void Deserialize(const json::Value* value);
@@ -20,12 +20,12 @@ class AccessPointData {
   static const json::RecordTable& Table();
 };
 
-// A network adapter.
+// A network adapter. -1 stands for not set.
 class NICData {
  public:
   std::int32_t NICWmiIndexNumber = -1;
   std::int32_t NICIrqNumber = -1;
-  std::int32_t NICType = 0;
+  std::int32_t NICType = 0;  // read but never written
   std::u16string NICDeviceDescription;
   std::vector<AccessPointData> NICAccessPoints;
 

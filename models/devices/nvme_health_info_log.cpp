@@ -9,17 +9,22 @@ namespace {
 constexpr char kName[] = "NVME_HEALTH_INFO_LOG_STRUCT";
 
 constexpr ImageField kFields[] = {
+    // Critical Warning, one bit for each condition.
     bits(u"AvailableSpaceLow", 0, 0, 0, {.id = 7701}),
     bits(u"TemperatureThreshold", 0, 1, 1, {.id = 7702}),
     bits(u"ReliabilityDegraded", 0, 2, 2, {.id = 7703}),
     bits(u"ReadOnly", 0, 3, 3, {.id = 7704}),
     bits(u"VolatileMemoryBackupDeviceFailed", 0, 4, 4),
     bits(u"Reserved", 0, 5, 7),
+    // The composite temperature in kelvins, least significant byte first.
     bytes(u"Temperature", 1, 2),
+    // In percent. PercentageUsed can exceed 100, and is 255 for anything above 254.
     number(u"AvailableSpare", 3, 8, {.id = 7707}),
     number(u"AvailableSpareThreshold", 4, 8, {.id = 7708}),
     number(u"PercentageUsed", 5, 8, {.id = 7709}),
     bytes(u"Reserved0", 6, 26),
+    // Numbers of 128 bits, least significant byte first. Data units are thousands of 512 bytes, rounded up; the busy
+    // time is in minutes. Hosts expect two of the counters not to come back.
     bytes(u"DataUnitRead", 32, 16),
     bytes(u"DataUnitWritten", 48, 16),
     bytes(u"HostReadCommands", 64, 16, {.written = false}),
@@ -30,8 +35,10 @@ constexpr ImageField kFields[] = {
     bytes(u"UnsafeShutdowns", 144, 16, {.written = false}),
     bytes(u"MediaErrors", 160, 16),
     bytes(u"ErrorInfoLogEntryCount", 176, 16),
+    // Minutes above the warning and above the critical composite temperature.
     number(u"WarningCompositeTemperatureTime", 192, 32, {.id = 7710, .writtenSigned = true}),
     number(u"CriticalCompositeTemperatureTime", 196, 32, {.id = 7711, .writtenSigned = true}),
+    // In kelvins; 0 for a sensor that isn't there.
     number(u"TemperatureSensor1", 200, 16, {.id = 7712}),
     number(u"TemperatureSensor2", 202, 16, {.id = 7713}),
     number(u"TemperatureSensor3", 204, 16, {.id = 7714}),

@@ -10,7 +10,7 @@
 namespace ZQ_RMT_MODELS {
 
 // The SMART / Health Information log page of an NVMe disk (Log Identifier 02h), byte for byte as the NVM Express Base
-// Specification, revision 1.4, publishes it.
+// Specification, revision 1.4, publishes it. The source has the fields with their units.
 struct NVME_HEALTH_INFO_LOG_STRUCT {
   std::array<std::uint8_t, 512> bytes{};
 

@@ -10,7 +10,7 @@
 namespace ZQ_RMT_MODELS {
 
 // The Identify Controller data structure of an NVMe disk (CNS 01h), byte for byte as the NVM Express Base
-// Specification, revision 1.4, publishes it.
+// Specification, revision 1.4, publishes it. The source has the fields with their units.
 struct NVME_IDENTIFY_CONTROLLER_DATA_STRUCT {
   std::array<std::uint8_t, 4096> bytes{};
 

@@ -5,7 +5,7 @@
 namespace ZQ_RMT_MODELS {
 namespace {
 
-// What is read comes on top of the pairs that the record has.
+// Pairs that are read are added to those that the record has.
 json::ReadResult ReadPairs(const json::Reading& reading, void* target) {
   if (reading.member == nullptr || !reading.member->IsArray()) return json::ReadResult::kNothing;
   json::InsertPairs(*reading.member, *static_cast<json::TextMap*>(target));
@@ -25,7 +25,7 @@ constexpr json::Field kFields[] = {
         u"RegistryData", {.note = "an array of objects of one member each, the name and its text; comes back sorted by "
                                   "name, the first of two like names"}),
 };
-// The host's log readers look for that very word.
+// Log readers look for the word INCOMPLETE.
 constexpr json::RecordTable kTable =
     json::Table({.name = "RegistryAccessData", .fields = kFields, .readName = "INCOMPLETE RegistryAccessData"});
 

@@ -7,11 +7,11 @@
 
 namespace ZQ_RMT_MODELS {
 
-// A place in the registry, and values there.
+// A key of the registry and values in it.
 class RegistryAccessData {
  public:
   std::u16string PathName;
-  json::TextMap RegistryData;
+  json::TextMap RegistryData;  // by name; reading adds to it
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;

@@ -16,14 +16,14 @@ constexpr std::uint8_t kBit6 = 1 << 6;
 constexpr std::uint8_t kBit7 = 1 << 7;
 
 void ReadFlags(const json::Value& flags, SMART_ATTRIBUTE& attribute) {
-  bool flag = false;
+  bool flag = false;  // not reset: a flag that is missing repeats the one before it
   for (std::size_t bit = 0; bit < kFlagKeys.size(); ++bit) {
     json::GetBoolMember(flags, kFlagKeys[bit], &flag);
     const auto mask = static_cast<std::uint8_t>(1 << bit);
     attribute.attributeFlags = static_cast<std::uint8_t>((attribute.attributeFlags & ~mask) | (flag ? mask : 0));
   }
-  // RESERVED1 is stored in bit 6, which goes out as RESERVED2, and RESERVED2 in a byte that doesn't go out. Hosts know
-  // the two by that.
+  // RESERVED1 is stored in bit 6, which is written as RESERVED2, and RESERVED2 in a byte that isn't written. Hosts
+  // rely on that. Bit 7, which is written as RESERVED1, is always 0.
   json::GetBoolMember(flags, u"RESERVED1", &flag);
   attribute.attributeFlags =
       static_cast<std::uint8_t>((attribute.attributeFlags & ~(kBit6 | kBit7)) | (flag ? kBit6 : 0));
@@ -45,7 +45,7 @@ json::Value FlagsValue(std::uint8_t flags, json::Document& document) {
 
 void DeserializeSmartAttribute(const json::Value& value, SMART_ATTRIBUTE& attribute) {
   if (!value.IsObject()) return;
-  std::int32_t number = 0;
+  std::int32_t number = 0;  // not reset either
   const auto readByte = [&](std::u16string_view key) {
     json::GetInt32Member(value, key, &number);
     return static_cast<std::uint8_t>(number);

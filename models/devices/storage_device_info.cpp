@@ -38,7 +38,7 @@ bool ReadLowInt64(const json::Value* member, std::int32_t& target) {
   return stored;
 }
 
-// The host depends on the sign: 4294967295 comes back as -1.
+// Hosts depend on the sign: 4294967295 comes back as -1.
 bool WriteSigned(const Field&, const void* source, json::Document&, json::Value& out) {
   out.SetInt(static_cast<std::int32_t>(*static_cast<const std::uint32_t*>(source)));
   return true;
@@ -55,7 +55,7 @@ bool WriteByteArray(const Field&, const void* source, json::Document& document, 
   return true;
 }
 
-// A record that is part of this one, and so always written.
+// A record that is a part of this one. It is always written, and reading changes only what is there.
 template <class Record>
 ReadResult ReadEmbedded(const Reading& reading, void* target) {
   if (reading.member != nullptr && reading.member->IsNull()) json::LogNullRecord(reading.field);
@@ -97,6 +97,7 @@ constexpr Kind kAddress = EmbeddedKind<SCSIAddress>("record", SCSIAddress::Table
 constexpr Kind kHealthLog = EmbeddedKind<NVME_HEALTH_INFO_LOG_STRUCT>("image", nullptr);
 constexpr Kind kIdentify = EmbeddedKind<NVME_IDENTIFY_CONTROLLER_DATA_STRUCT>("image", nullptr);
 
+// In the order of reading. kWriteOrder below has the order on the wire, which is another.
 constexpr Field kFields[] = {
     json::row<&STORAGE_DEVICE_INFO::DriveType>(u"DriveType"),
     json::row<&STORAGE_DEVICE_INFO::interfaceType>(u"interfaceType"),

@@ -10,7 +10,7 @@
 
 namespace ZQ_RMT_MODELS {
 
-// Where a disk sits on its adapter.
+// The SCSI address of a disk: an adapter, and a bus, target and logical unit on it.
 class SCSIAddress {
  public:
   std::int32_t Adapter = 0;
@@ -23,8 +23,8 @@ class SCSIAddress {
   static const json::RecordTable& Table();
 };
 
-// Which disk a storage record is about: where it sits, what it is and supports, and what an NVMe disk tells of itself.
-// Members whose key ends in Supported, Present or the like are texts unless they are flags here.
+// The identity of a disk: where it is attached, what it is and supports, and what an NVMe disk reports about itself.
+// The wire names no unit but where one is given here. Members whose names end in Supported or Present are texts.
 class STORAGE_DEVICE_INFO {
  public:
   std::int32_t DriveType = 0;
@@ -41,9 +41,9 @@ class STORAGE_DEVICE_INFO {
   std::int32_t maxDrivesPerSet = 0;
   std::int32_t raidSetNumber = 0;
   std::int32_t busType = 0;
-  std::int64_t TotalLBAs = 0;
-  std::uint32_t BlockSize = 0;
-  std::uint16_t DiskRPM = 0;
+  std::int64_t TotalLBAs = 0;   // logical blocks
+  std::uint32_t BlockSize = 0;  // bytes; written as a signed number, so that 4294967295 comes back as -1
+  std::uint16_t DiskRPM = 0;    // revolutions per minute
   std::uint16_t UDMASpeed = 0;
   std::u16string ModelFirmware;
   std::u16string Modelfirmware1;
@@ -73,10 +73,10 @@ class STORAGE_DEVICE_INFO {
   bool isOkUseCDB16 = false;
   bool bReserved2 = false;
   bool bReserved3 = false;
-  std::array<std::uint8_t, 8> sasAddr{};
-  std::array<std::uint8_t, 8> bSASLun{};
+  std::array<std::uint8_t, 8> sasAddr{};  // the SAS address
+  std::array<std::uint8_t, 8> bSASLun{};  // the logical unit number, of 8 bytes in SCSI
   SCSIAddress SCSIadr;
-  std::uint64_t hSCSIhandle = 0;
+  std::uint64_t hSCSIhandle = 0;  // a handle, which means nothing outside of the sender's process; never written
   std::int32_t RaidSetInitState = 0;
   std::int32_t RaidHddErrorDrive = 0;
   std::int32_t RaidHddErrorStatus = 0;
@@ -86,6 +86,7 @@ class STORAGE_DEVICE_INFO {
   bool SMARTEnabled = false;
   bool isSolidStateDrive = false;
   bool isSSHD = false;
+  // What an NVMe disk's Identify Controller data says, some of it as text. The data itself is in nvmeIdentifyBuff.
   std::int16_t NVMECNTLID = 0;
   std::int32_t NVMeVersion = 0;
   std::int32_t MaxDataTransferSize = 0;
@@ -113,7 +114,7 @@ class STORAGE_DEVICE_INFO {
   NVME_HEALTH_INFO_LOG_STRUCT nvmeHealthLog;
   NVME_IDENTIFY_CONTROLLER_DATA_STRUCT nvmeIdentifyBuff;
 
-  // Reads nothing when `value` has no DriveType, of whatever kind.
+  // Reads nothing unless `value` has a DriveType, of whatever kind.
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();

@@ -11,7 +11,7 @@ namespace ZQ_RMT_MODELS {
 class VideoData {
  public:
   std::u16string DesiredResolution;
-  std::int32_t VideoMemory = 0;
+  std::int32_t VideoMemory = 0;  // the wire names no unit
 
   void Deserialize(const json::Value* value);
   json::Serialized Serialize(json::Document* inComingDoc) const;
