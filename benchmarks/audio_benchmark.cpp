@@ -1,5 +1,4 @@
-// The engine's arithmetic, each beside a plain loop over the same amount of work in the same run: the ratio of the two
-// is what to look at.
+// The engine's arithmetic, each next to a plain loop over the same amount of data. Compare the two times of one run.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -27,7 +26,7 @@ void ToneSynthesize(benchmark::State& state) {
 }
 BENCHMARK(ToneSynthesize)->Unit(benchmark::kMillisecond);
 
-// The sines that the tone cannot do without, at the same angles.
+// The sines of the tone alone, at the same angles.
 void ToneBareSine(benchmark::State& state) {
   constexpr double kOmega = 0.00014247573562897742;
   for (auto _ : state) {
@@ -43,7 +42,7 @@ BENCHMARK(ToneBareSine)->Unit(benchmark::kMillisecond);
 
 std::vector<std::uint8_t> SinkBytes() {
   std::vector<std::uint8_t> bytes(kSinkBytes);
-  // A fixed, irregular pattern, so that no branch of the decoding is predicted for free.
+  // A fixed, irregular pattern, so that the processor can't predict the branches of the decoding.
   std::uint32_t state = 1;
   for (std::uint8_t& byte : bytes) {
     state = state * 1664525 + 1013904223;
@@ -69,7 +68,7 @@ void SinkDecode(benchmark::State& state) {
 }
 BENCHMARK(SinkDecode)->ArgName("bits")->Arg(16)->Arg(24)->Arg(32)->Unit(benchmark::kMicrosecond);
 
-// All that the record test does with a full sink.
+// Everything that the record test does with a full sink.
 void SinkMaximum(benchmark::State& state) {
   audio::CaptureSinkClass sink;
   FillSink(sink, state.range(0));
@@ -82,7 +81,7 @@ void SinkMaximum(benchmark::State& state) {
 }
 BENCHMARK(SinkMaximum)->ArgName("bits")->Arg(16)->Arg(24)->Arg(32)->Unit(benchmark::kMicrosecond);
 
-// What the memory alone costs: the sink's bytes copied once, and two new lists with a value per sample.
+// The memory alone: a copy of the sink's bytes, and two new lists with a value for each sample.
 void SinkBareMemory(benchmark::State& state) {
   const std::vector<std::uint8_t> bytes = SinkBytes();
   const auto samples = bytes.size() * 8 / static_cast<std::size_t>(state.range(0));

@@ -1,4 +1,4 @@
-// A whole record test: on the virtual clock, where only its own work takes time, and on the real one.
+// A whole record test, on the real clock and on the virtual one, where only its own work takes time.
 
 #include <benchmark/benchmark.h>
 

@@ -1,4 +1,4 @@
-// The contract's way in and out, against RapidJSON's parse and write of the same text.
+// Reading and writing a contract, and RapidJSON's parsing and writing of the same text.
 
 #include <benchmark/benchmark.h>
 #include <rapidjson/document.h>
@@ -9,7 +9,6 @@
 #include <string>
 
 #include "benchmarks/contract_text.h"
-
 #include "logging/model_logger.h"
 #include "models/core/rmt_data_contract.h"
 
@@ -30,7 +29,7 @@ void RoundTrip(benchmark::State& state, std::int32_t level) {
   logging::GetModelLogger().SetLevel(-1);
 }
 
-// With the level set nothing is looked for in the log directory.
+// While the level is set, the logger doesn't look for flag files.
 void ContractRoundTrip(benchmark::State& state) {
   RoundTrip(state, logging::kNormal);
 }

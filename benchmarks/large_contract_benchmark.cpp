@@ -1,4 +1,4 @@
-// Contracts of a megabyte and of ten: the time per byte should not grow, and memory stays a small multiple of the text.
+// Contracts of a megabyte and of ten. The time per byte should be the same, and memory a small multiple of the text.
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -12,7 +12,7 @@
 
 namespace {
 
-// `head`, `count` times `element` with its number in the place of each #, and `tail`.
+// `head`, then `count` times `element` with its number in place of each #, then `tail`.
 std::string Repeat(const std::string& head, const std::string& element, const std::string& tail, std::int64_t count) {
   std::string text = head;
   for (std::int64_t i = 0; i < count; ++i) {
@@ -51,7 +51,7 @@ std::string UnknownKeysText(std::int64_t keys) {
   return Repeat(R"({"CoreData":{"DeviceInfo":{)", R"("k#":1)", "}}}", keys);
 }
 
-// The process's peak of resident memory since ResetPeak, in bytes.
+// The process's highest resident memory since ResetPeak, in bytes.
 std::int64_t Peak() {
   std::ifstream status("/proc/self/status");
   for (std::string line; std::getline(status, line);) {
@@ -81,7 +81,7 @@ void RoundTrip(benchmark::State& state, std::string (*text)(std::int64_t)) {
   logging::GetModelLogger().SetLevel(-1);
   state.SetBytesProcessed(state.iterations() * bytes);
   state.counters["text_MB"] = static_cast<double>(bytes) / 1e6;
-  // The host's text and what was needed beside it, in multiples of the text in UTF-16.
+  // The host's text and the memory needed for the call, in multiples of the text in UTF-16.
   state.counters["memory_per_text"] = 1.0 + static_cast<double>(Peak() - before) / static_cast<double>(bytes);
 }
 

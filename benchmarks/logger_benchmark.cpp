@@ -1,4 +1,4 @@
-// A message against the system calls that it stands for.
+// A message, and the system calls that it can't do without.
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>

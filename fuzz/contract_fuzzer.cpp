@@ -1,5 +1,5 @@
-// Any text through both exports: it must be answered, and the answer must be a contract that comes back as it went in
-// from the second time on. No test plays: the thread is on no platform.
+// Calls both exports with any text. Each must answer, and the answer must be a contract that comes back unchanged from
+// the second call on. Nothing is played, because the thread is on no platform.
 
 #include <utf8.h>
 
@@ -12,7 +12,7 @@
 
 namespace {
 
-// Bytes that aren't UTF-8 become halves of surrogate pairs, which UTF-8 can't name.
+// Bytes that aren't UTF-8 become halves of surrogate pairs, which have no form in UTF-8.
 std::u16string TextOf(const std::uint8_t* data, std::size_t size) {
   if (utf8::is_valid(data, data + size)) return utf8::utf8to16(std::string(data, data + size));
   std::u16string text;
@@ -26,8 +26,8 @@ std::u16string Answer(ZQRMTTestFunction* test, const std::u16string& contract) {
   return reply.get();
 }
 
-// Whether the text holds a number of more than 15 digits: such a double can move by a unit in its last place each time
-// it is read, as the contract's number precision is RapidJSON's normal one.
+// Whether the text has a number of more than 15 digits. RapidJSON's normal precision may read such a double wrong by a
+// unit in its last place, so that it changes each time.
 bool HasLongNumber(const std::u16string& text) {
   std::size_t digits = 0;
   for (const char16_t unit : text) {
@@ -40,9 +40,9 @@ bool HasLongNumber(const std::u16string& text) {
 
 }  // namespace
 
-// tools/fuzz gives the process a log directory of its own, with a flag that keeps the test objects' lines out of it.
+// tools/fuzz gives the process a log directory of its own, with a flag file that keeps the module's lines out of it.
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  // Of the records' lines each text is made, and none is written.
+  // The text of each line of the records is made, which is part of what is fuzzed, but not written.
   logging::GetModelLogger().SetLevel(logging::kDebug3);
   logging::GetModelLogger().SetLogFile("nolog");
   return 0;

@@ -61,7 +61,7 @@ TEST(Tone, FillsWholeFramesFromItsStartEachTime) {
   EXPECT_EQ(part, std::vector(whole.begin(), whole.begin() + 1600));
 }
 
-// What is drawn from these raw values, all of which have to be consumed.
+// The number that is drawn from these raw values, all of which must be used.
 std::int32_t Drawn(std::int32_t low, std::int32_t high, const std::vector<std::uint32_t>& raw) {
   std::size_t used = 0;
   auto generator = [&] { return raw.at(used++); };

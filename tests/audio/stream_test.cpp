@@ -34,7 +34,7 @@ class Machine {
   TempDirectory directory_;
 };
 
-// The level of the endpoint that `name` binds, which tells which one it is; or the outcome.
+// The level of the endpoint that `name` binds, which says which one it is, or the outcome if it binds none.
 double Bound(const std::string& endpoints, const std::u16string& name) {
   const Machine machine(endpoints);
   float level = 0.0F;
@@ -112,7 +112,7 @@ TEST(CaptureStream, OffersTheDefaultEndpointsFormat) {
   } cases[] = {
       {"multimedia", wide, "null", "", 0, 24, 24, 3},
       {"multimedia", wide, speech, "", 0, 16, 16, 3},  // a match replaces 20 bytes, without the mask
-      {"multimedia", wide, plain, "", 0, 16, 0, 3},    // this one holds 18
+      {"multimedia", wide, plain, "", 0, 16, 0, 3},    // this one has 18 bytes
       {"multimedia", plain, "null", "", 0, 16, 0, 0},
       {"multimedia", wide, R"("none")", "", kPlatformError, 24, 24, 3},
       {"console", wide, "null", "", kPlatformError, 0, 0, 0},

@@ -73,7 +73,7 @@ constexpr json::RecordTable kTable = json::Table({.name = "Record",
 
 class RecordTableTest : public testing::Test {
  protected:
-  // The logger keeps to the directory of its first line.
+  // The log directory of a process is settled by its first line.
   static void SetUpTestSuite() {
     SetEnvironment("ZQRMT_LOG_DIRECTORY", Log().Path().string());
     std::ofstream(Log() / "debug3.flg");
@@ -91,7 +91,7 @@ class RecordTableTest : public testing::Test {
     json::Document document;
     return json::ValueToText(json::WriteRecord(kTable, &record, &document).value);
   }
-  // The log's lines as "id level: text", and forgets them.
+  // Returns the log's lines as "id, level: text", and empties the log.
   std::string TakeLog() {
     std::ifstream file(Log() / "ZQRMLOG.LOG");
     std::string lines;

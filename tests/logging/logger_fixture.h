@@ -15,7 +15,7 @@
 #include "tests/support/process.h"
 #include "tests/support/temp_directory.h"
 
-// Every test begins with an empty log directory of the process's own, which it may replace by whatever it likes.
+// Every test begins with an empty log directory of its process, which it may change or replace as it likes.
 class LoggerTest : public testing::Test {
  protected:
   LoggerTest() {
@@ -42,7 +42,7 @@ class LoggerTest : public testing::Test {
     }
   }
 
-  // A path with '/' as the tests write it, as one of this system's.
+  // The path, which the tests write with '/', with this system's separator.
   static std::string Native(std::string path) {
     std::replace(path.begin(), path.end(), '/', logging::GetLogDirectory().separator);
     return path;

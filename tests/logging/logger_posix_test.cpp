@@ -1,4 +1,4 @@
-// Failures of the file system that a test can bring about on POSIX systems alone.
+// Failures of the file system that a test can cause on POSIX systems only.
 
 #include <sys/resource.h>
 
@@ -26,7 +26,7 @@ TEST_F(LoggerTest, ABackslashIsNoSeparator) {
   EXPECT_EQ(NormalizeLogName("D:\\x\\a.log"), kDefaultLogName);
 }
 
-// The same on Windows ends Wine's C library.
+// Only here, because such a time ends the process in Wine's C library.
 TEST_F(LoggerTest, ATimeThatCannotBeShownIsEmpty) {
   EXPECT_EQ(LocalTimeText(std::numeric_limits<std::time_t>::max()), "");
 }

@@ -1,4 +1,4 @@
-// The log on Windows: its paths, its line ends, and the system's answers to its probes.
+// The log on Windows: paths, line ends, and how the system's errors are taken.
 
 #include <windows.h>
 
@@ -23,7 +23,7 @@ TEST_F(LoggerTest, LinesEndWithCarriageReturnAndLineFeed) {
   EXPECT_TRUE(contents.str().ends_with("normal: one\r\ntwo, [source]\r\n")) << contents.str();
 }
 
-// Errors 53 and 267 mean not found too, but Wine's file functions never give them.
+// Errors 53 and 267 mean "not found" too, but Wine's file functions never report them.
 TEST_F(LoggerTest, SomeErrorsMeanNotFoundAndOthersAreRaised) {
   const std::tuple<std::wstring, DWORD, bool> kRows[] = {{L"C:\\windows\\none", ERROR_FILE_NOT_FOUND, true},
                                                          {L"C:\\none\\none", ERROR_PATH_NOT_FOUND, true},

@@ -1,4 +1,4 @@
-// What a record keeps of a first text when a second is read into it.
+// What a record keeps of one text when a second one is read into it.
 
 #include <gtest/gtest.h>
 #include <rapidjson/pointer.h>
@@ -16,11 +16,11 @@ namespace {
 
 using namespace ZQ_RMT_MODELS;
 
-// The log of this test program goes to a directory of its own.
+// This test program logs to a directory of its own.
 const TempDirectory logDirectory;
 [[maybe_unused]] const bool set = (SetEnvironment("ZQRMT_LOG_DIRECTORY", logDirectory.Path().string()), true);
 
-// The value at `path` of the record that has read both texts.
+// The value at `path` of a record after it has read both texts.
 template <class Record>
 std::u16string Value(const char16_t* first, const char16_t* second, const char16_t* path) {
   Record record;
@@ -48,7 +48,7 @@ const struct {
     {Value<StateInfo>, uR"({"State":"a","Progress":1})", uR"({"Progress":"2","PollingTime":"p"})", u"",
      uR"({"Progress":1,"State":"a","StartTime":"","PollingTime":"p"})"},
     {Value<AudioData>, uR"({"CommandExecuted":1})", uR"({"maxAmplitude":0.5})", u"/CommandExecuted", u"1"},
-    // Lists: begun anew, or added to.
+    // Lists are replaced, or added to.
     {Value<SoftwareInfo>, uR"({"VersionInfo":[1,2]})", uR"({"VersionInfo":[3]})", u"/VersionInfo", u"[3]"},
     {Value<NICData>, uR"({"NICAccessPoints":[{"NICAccessPointName":"a"}]})", uR"({"NICAccessPoints":[{}]})",
      u"/NICAccessPoints/0/NICAccessPointName", u"\"\""},
@@ -63,7 +63,7 @@ const struct {
      u"/RegistryData", uR"([{"a":"2"},{"b":"1"}])"},
     {Value<DevProperties>, uR"({"Properties":[{}]})", uR"({"Properties":[{"IsArray":true}]})", u"/Properties/1/IsArray",
      u"true"},
-    // Nested records: replaced as a whole, but for those of a disk.
+    // Nested records are replaced as a whole, except those of a disk.
     {Value<DeviceInfo>, uR"({"VideoData":{"VideoMemory":1}})", uR"({"VideoData":{}})", u"/VideoData/VideoMemory", u"0"},
     {Value<DeviceInfo>, uR"({"VideoData":{"VideoMemory":1}})", uR"({"VideoData":null})", u"/VideoData/VideoMemory",
      u"1"},
@@ -73,7 +73,7 @@ const struct {
      uR"({"Adapter":0,"Bus":2,"Target":0,"Lun":1})"},
     {Value<Disk>, kDisk, uR"({"DriveType":2,"nvmeIdentifyBuff":{"Slot1ReadOnly":1,"IEEE":[4]}})",
      u"/nvmeIdentifyBuff/SlotCount", u"7"},
-    // A disk's getters keep a member that is missing, or set it to nothing.
+    // Members of a disk whose key is missing keep their value, or become 0 or false.
     {Value<Disk>, kDisk, uR"({"Capacity":50,"DiskRPM":70})", u"/Capacity", u"5"},
     {Value<Disk>, kDisk, uR"({"DriveType":"x"})", u"/DriveType", u"1"},
     {Value<Disk>, kDisk, kDrive, u"/Capacity", u"5"},

@@ -4,12 +4,12 @@
 
 #include <filesystem>
 
-// A log directory that can't be used as it should be.
+// A log that can't be used.
 struct BadLog {
   const char* name;
   void (*prepare)(const std::filesystem::path& log);
-  const char* reply;  // a piece of what a playback test then answers
+  const char* reply;  // a part of what a playback test replies
 };
 
-// Its test is in log_test.cpp; what only one operating system can have joins from a source of its own.
+// The test is in log_test.cpp. Logs that only one operating system can have are in sources of their own.
 class BadLogTest : public testing::TestWithParam<BadLog> {};

@@ -13,7 +13,7 @@ const BadLog kBadLogs[] = {
 INSTANTIATE_TEST_SUITE_P(Windows, BadLogTest, testing::ValuesIn(kBadLogs),
                          [](const auto& test) { return std::string(test.param.name); });
 
-// Another program has the live log open, and lets others open it too or doesn't.
+// Another program has the live log open and shares it, or doesn't.
 TEST(SharedLog, LinesAreWrittenWhereOtherProgramsLetThemAndLostElsewhere) {
   for (const DWORD shared : {FILE_SHARE_READ | FILE_SHARE_WRITE, 0}) {
     ModuleUnderTest module;

@@ -1,4 +1,4 @@
-// The exports, from the host's text to its reply.
+// The two functions: what they reply to a contract.
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ struct Exchange {
   std::string reply;
 };
 
-// The frame of a reply, with `core` behind the eight plain members.
+// A reply, with `nested` behind the eight plain members of its core record.
 std::string Reply(int code, const std::string& message, const std::string& nested = "") {
   return R"({"CoreData":{"TimeStamp":"","TaskName":"","TaskID":"","TaskVersion":"",)" + ReturnCode(code) +
          R"(,"ReturnMessage":")" + message + R"(","Result":"","Status":"")" + nested + "}}";
@@ -120,7 +120,7 @@ TEST_F(ModuleTest, WithoutAPlatformOnTheThreadTheTestFails) {
 }
 
 TEST_F(ModuleTest, MeasuresTheToneAtFullLevelWhateverTheSettingsWere) {
-  // The tone's largest sample is -29987 of 32768; the microphone hears half of it, in its own 16 bits.
+  // The largest sample of the tone is -29987 of 32768, and the microphone hears half of it.
   EXPECT_NE(module.Record(kRecordContract).find(R"("maxAmplitude":0.4575)"), std::string::npos);
 }
 

@@ -1,4 +1,4 @@
-// Every operation of every sequence is made to fail at each of its calls.
+// Lets every platform call of every sequence fail once.
 
 #include <gtest/gtest.h>
 
@@ -26,12 +26,12 @@ const Sweep kSweeps[] = {
     {"listening_buffer_empty", "AudioRecordTest", kListenContract, AUDCLNT_S_BUFFER_EMPTY},
 };
 
-// The operation has done its work by the time the value is cleared, and its result means nothing to the test.
+// The value has been copied when it is cleared, so the result doesn't matter to the test.
 bool FailureIsHarmless(const Operation& operation) {
   return operation.name == "PropVariantClear";
 }
 
-// A success status of GetValue is none of its failures: the empty value fails the negotiation a step later.
+// Another success status of GetValue isn't taken for a failure. The value is empty, so the next step fails.
 bool FailsLater(const Operation& operation, HRESULT status) {
   return operation.name == "IPropertyStore::GetValue" && SUCCEEDED(status);
 }

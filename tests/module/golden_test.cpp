@@ -1,5 +1,5 @@
-// Golden exchanges: each directory holds a call, and the reply, the log and the operations that it must give. With
-// ZQRMT_WRITE_GOLDEN set in the environment what the calls give is written down instead (tools/update-golden).
+// Golden exchanges: each directory has a contract, and the reply, the log and the operations that it must lead to. With
+// ZQRMT_WRITE_GOLDEN set in the environment the files are written instead of compared (tools/update-golden).
 
 #include <gtest/gtest.h>
 
@@ -28,8 +28,8 @@ std::string Joined(const std::vector<std::string>& lines) {
   return text;
 }
 
-// The operations as lines. Where up to three of them come again and again, as polls and packets do, they stand once
-// with their number.
+// The operations as lines. A group of up to three that is repeated, as polls and packets are, is written once with the
+// number of repetitions.
 std::string TraceText(const std::vector<Operation>& trace) {
   std::vector<std::string> lines;
   for (const Operation& operation : trace) {

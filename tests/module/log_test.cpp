@@ -1,4 +1,4 @@
-// What the module writes into the shared log, and what a log that can't be written does to a call.
+// What the module writes to the shared log, and how a call ends if the log can't be written.
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ namespace {
 using Lines = std::vector<std::string>;
 
 const std::string kTestSource = ", [ZQ_RMT_TESTS_AUDIO::AudioRecordTestClass]";
-// Lines that report no outcome have small ids of the framework.
+// The codes of lines that report no outcome.
 constexpr int kVersionCode = ZQRMT_AUDIO_RETURN_CODE(ZQRMT_LEVEL_NORMAL, 0);
 constexpr int kProgressCode = ZQRMT_AUDIO_RETURN_CODE(ZQRMT_LEVEL_NORMAL, 2);
 const std::string kVersionText = "ZQRMTTestsAudio.dll. Version:2.4.4.0";

@@ -1,4 +1,4 @@
-// The record test on machines of other kinds: what it measures, and how it ends where the machine can't serve it.
+// The record test on various machines: what it measures, or how it ends if the machine lacks something.
 
 #include <gtest/gtest.h>
 
@@ -14,11 +14,11 @@ constexpr const char* kApiError = "Microsoft API Error";
 
 struct Machine {
   const char* name;
-  const char* find;     // in the description of the quiet machine
-  const char* replace;  // with this
+  const char* find;     // replaced in the description of the quiet machine
+  const char* replace;  // by this
   const char* contract;
   const char* message;
-  double amplitude;  // 0.125, as it was sent, where nothing is measured
+  double amplitude;  // 0.125, as it was sent, if nothing is measured
 };
 
 constexpr const char* kMicFormat = R"({"tag": "pcm", "channels": 2, "rate": 44100, "bits": 16})";
@@ -66,7 +66,7 @@ TEST_P(MachineVariety, IsMeasuredOrTellsWhyNot) {
   const std::size_t at = description.find(machine.find);
   ASSERT_NE(at, std::string::npos);
   description.replace(at, std::string(machine.find).size(), machine.replace);
-  // A list that is cut off from its key is only there to keep the text's brackets in pairs.
+  // This key isn't part of a description. Its list is what remains of the one that was replaced.
   if (const std::size_t unheard = description.find(R"(, "unheard": [{)"); unheard != std::string::npos) {
     description.erase(unheard, description.find("}]", unheard) + 2 - unheard);
   }
@@ -79,7 +79,7 @@ TEST_P(MachineVariety, IsMeasuredOrTellsWhyNot) {
   EXPECT_NEAR(std::atof(reply.c_str() + reply.find(kKey) + kKey.size()), machine.amplitude, 0.002) << reply;
   const MachineState after = ModuleUnderTest::State();
   EXPECT_EQ(after.liveObjects, 0);
-  // The stream is set up behind the speaker's settings: a failure there leaves them as the test had set them.
+  // The microphone's stream is set up after the speaker's settings, so a failure leaves those as the test had set them.
   const bool captureFailed = after.trace.back().name == "IAudioClient::IsFormatSupported" ||
                              after.trace.back().name == "IMMDeviceEnumerator::GetDefaultAudioEndpoint";
   if (!captureFailed) {

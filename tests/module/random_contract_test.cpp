@@ -1,4 +1,4 @@
-// Random contracts, made from the golden ones by dropping, doubling, wrapping and replacing what they hold.
+// Random contracts, which are made of the golden ones by dropping, doubling, wrapping and replacing parts of them.
 
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
@@ -22,7 +22,8 @@ namespace {
 using rapidjson::Document;
 using rapidjson::Value;
 
-// Numbers with a fraction have few digits: the parser may miss a long one's last bit, so that it moves with each pass.
+// Numbers with a fraction have few digits: the parser may read a long one wrong by its last bit, so that it changes
+// with each call.
 constexpr const char* kValues =
     R"([null,true,false,0,-0,1,-1,7,255,256,65535,65536,70000,-32769,2147483647,2147483648,-2147483648,4294967295,4294967296,
     9223372036854775807,-9223372036854775808,18446744073709551615,0.0,-0.5,4.0,1e3,1e-7,1e20,1e39,1234567.25,"","x","5",
@@ -52,7 +53,7 @@ class RandomContract {
   Value Copy(const Value& value) { return Value(value, contract_.GetAllocator()); }
   Value AnyValue() { return Copy(values_[static_cast<unsigned>(Below(values_.Size()))]); }
 
-  // Replaces `value`, wraps it, or goes into it.
+  // Changes some of the members or elements of `value`.
   void Mutate(Value& value) {
     if (value.IsObject()) return MutateMembers(value);
     if (!value.IsArray()) return;
@@ -118,7 +119,7 @@ TEST(RandomContracts, ComeToRestAndLeaveNothing) {
     if (seed == kCases / 3) settled = BytesInUse();
   }
   EXPECT_EQ(ModuleUnderTest::State().liveObjects, 0);
-  // Twenty bytes a call would show. (Under the sanitizers this heap isn't used, and they look for leaks themselves.)
+  // A leak of twenty bytes for each call would show. The sanitizers use another heap, in which they look for leaks.
   EXPECT_LT(BytesInUse(), settled + 20 * 2 * kCases);
 }
 

@@ -1,4 +1,4 @@
-// What the records do across calls and over many entries, as a host sees it.
+// Records that remember earlier calls or write only a part of what was read.
 
 #include <gtest/gtest.h>
 #include <rapidjson/pointer.h>
@@ -10,7 +10,7 @@
 
 namespace {
 
-// The value at `path` of a reply; "(none)" when there is none.
+// The value at `path` of a reply, "(none)" if there is none.
 std::string At(const std::string& reply, const char* path) {
   rapidjson::Document document;
   document.Parse(reply.c_str());

@@ -12,8 +12,8 @@
 #include "tests/platform/audio_helpers.h"
 #include "tests/support/module_under_test.h"
 
-// The module on the private sound server of support/sound_server.py. What is done to that server differs from test to
-// test, so each has one of its own.
+// The module on the private sound server of support/sound_server.py. Each test has a server of its own, because most of
+// them change or kill it.
 
 namespace {
 
@@ -115,8 +115,8 @@ TEST_F(SoundServer, LeavesNothingBehind) {
 
 struct Loss {
   const char* name;
-  const char* command;  // done in the middle of a test
-  HRESULT status;       // of the endpoint's operations from then on
+  const char* command;  // run in the middle of a test
+  HRESULT status;       // of the endpoint's operations after that
 };
 
 void PrintTo(const Loss& loss, std::ostream* stream) {

@@ -1,5 +1,5 @@
-// libaudioplatform's interface where there is none, for the tests' sake: COM is initialised on the thread, with the
-// virtual machine in front of the system's Core Audio.
+// The interface of libaudioplatform on Windows, which has no such library, so that the tests are the same: initialises
+// COM on the thread and puts the virtual machine in front of the system's Core Audio.
 
 #include <cstdlib>
 #include <cstring>
@@ -24,8 +24,8 @@ std::int32_t AudioPlatformInitialize(const char* description) {
   try {
     g_error.clear();
     virtual_audio::PutMachineInFront(description == nullptr ? "" : description);
-    // The tests' own calls go to the machine as well. Its clock has to be the virtual one: the real one would sleep
-    // with the Sleep that leads here.
+    // The calls that tests make themselves go to the machine too. Its clock must be the virtual one, because the real
+    // one calls Sleep, which is replaced by now.
     virtual_audio::PutMachineInFrontOf(GetModuleHandleW(nullptr));
     g_isInitialized = true;
     return S_OK;

@@ -2,8 +2,9 @@
 
 #include <string>
 
-// A speaker, and a microphone that hears it at half its amplitude. Both are muted and turned down, on two channels
-// each. The clock is virtual: the same calls give the same samples. `faults` goes into the description as it stands.
+// The description of a machine with a speaker and a microphone that hears it at half its amplitude. Both have two
+// channels and are muted and turned down. The clock is virtual, so the same calls capture the same samples. `faults`
+// are the elements of the description's list of faults.
 inline std::string QuietMachine(const std::string& faults = "") {
   return R"({"clock": "virtual", "endpoints": [
   {"id": "{0.0.0.00000000}.{speaker}", "name": "Speaker", "flow": "render", "default": ["console", "multimedia"],

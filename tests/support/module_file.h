@@ -1,25 +1,26 @@
-// The file of the module under test: another build of it, and another place of its log, on each operating system.
+// The file of the module under test, and where it logs: how either is chosen differs between operating systems.
 #pragma once
 
 #include <filesystem>
 #include <string>
 
-// One at a time.
+// The loaded module. One object at a time.
 class ModuleFile {
  public:
-  // Where the log of the module will be, a directory that isn't there yet: in `parent` where that can be chosen.
+  // The log directory that the module will have. It isn't there yet. It lies in `parent` where the system leaves a
+  // choice.
   static std::filesystem::path LogDirectory(const std::filesystem::path& parent);
 
-  // Loads the module, which logs into `log`, a path that LogDirectory gave. Throws std::runtime_error.
+  // Loads the module with the log directory `log`, which LogDirectory returned. Throws std::runtime_error.
   explicit ModuleFile(const std::filesystem::path& log);
   ModuleFile(const ModuleFile&) = delete;
   ModuleFile& operator=(const ModuleFile&) = delete;
   ~ModuleFile();
 
-  // The export with this name; null when there is none.
+  // The function that the module exports by this name, null if there is none.
   void* Export(const char* name) const;
 
-  // A line of the log as it is where the C locale has no characters but ASCII.
+  // The line as it would be on a system whose C locale has only ASCII characters.
   static std::string AsciiLine(const std::string& line);
 
  private:

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The directory of the log goes, and its parent is there.
+// Removes the log directory, creates its parent, and returns its path.
 std::filesystem::path ClearedLogDirectory() {
   const std::filesystem::path log = ZQRMT_LOG_DIRECTORY;
   std::filesystem::remove_all(log);
@@ -23,26 +23,27 @@ std::filesystem::path ModuleFile::LogDirectory(const std::filesystem::path&) {
   return ClearedLogDirectory();
 }
 
-// The shipped module itself: its log directory is as it was built.
+// Loads the module as it is shipped. Its log directory was fixed when it was built.
 ModuleFile::ModuleFile(const std::filesystem::path&) : handle_(LoadLibraryA(ZQRMT_TEST_MODULE)) {
   if (handle_ == nullptr) {
     throw std::runtime_error(std::system_category().message(static_cast<int>(GetLastError())));
   }
 }
 
-// The next test loads it afresh, and other programs find the system as it was.
+// The next test loads the module anew, and other programs find the system as it was before.
 ModuleFile::~ModuleFile() {
   FreeLibrary(static_cast<HMODULE>(handle_));
   ClearedLogDirectory();
 }
 
 void* ModuleFile::Export(const char* name) const {
-  // The machine may have come after the module.
+  // A machine that was started after the module was loaded isn't in front of it yet.
   virtual_audio::PutMachineInFrontOf(static_cast<HMODULE>(handle_));
   return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(handle_), name));
 }
 
-// In its C locale the Windows runtime has a narrow form for Latin-1; elsewhere a text with such a character is empty.
+// In its C locale the Windows runtime has a narrow form for Latin-1 characters. On other systems a text that has one is
+// logged as an empty one.
 std::string ModuleFile::AsciiLine(const std::string& line) {
   const auto isLatin = [](char letter) { return static_cast<unsigned char>(letter) >= 0x80; };
   const auto latin = std::find_if(line.begin(), line.end(), isLatin);

@@ -77,7 +77,7 @@ std::string ModuleUnderTest::Call(const char* function, std::string_view contrac
 
 std::string ModuleUnderTest::CallWide(const char* function, const char16_t* contract) {
   const auto test = reinterpret_cast<ZQRMTTestFunction*>(module_->Export(function));
-  // The host's wide character may be another name for the same 16 bits.
+  // On Windows the host's wide character is wchar_t, which has 16 bits too.
   const std::unique_ptr<ZQRMTChar, decltype(&std::free)> reply(test(reinterpret_cast<const ZQRMTChar*>(contract)),
                                                                std::free);
   return reply == nullptr ? "(null)" : utf8::utf16to8(std::u16string(reinterpret_cast<char16_t*>(reply.get())));

@@ -10,18 +10,19 @@
 #include "tests/support/module_file.h"
 #include "tests/support/temp_directory.h"
 
-// How a reply shows the return code.
+// The return code as it stands in a reply.
 inline std::string ReturnCode(int code) {
   return R"("ReturnCode":)" + std::to_string(code);
 }
 
-// One operation of the trace.
+// An operation of the virtual machine's trace.
 struct Operation {
   std::string name;
-  std::string endpoint = {};   // empty for those of no endpoint
+  std::string endpoint = {};   // empty if the operation belongs to none
   std::string arguments = {};  // as JSON
   int status = 0;
-  int channel = 0;  // of the operations that have them
+  // The arguments that some operations have.
+  int channel = 0;
   double level = 0.0;
   bool muted = false;
 };
@@ -33,18 +34,18 @@ struct Volume {
   friend bool operator==(const Volume&, const Volume&) = default;
 };
 
-// What the virtual machine tells of the calls so far.
+// The state of the virtual machine.
 struct MachineState {
   std::vector<Operation> trace;
   std::map<std::string, Volume> volumes;  // by endpoint id
   int liveObjects = 0;
 };
 
-// The module, loaded as a host loads it into this process, with an empty log directory. One at a time.
+// The module, loaded into this process as a host loads it. One object at a time.
 class ModuleUnderTest {
  public:
-  // Loads the module when the log directory is as the test wants it: `prepareLog` gets its path. By default it is
-  // there, empty.
+  // Prepares the log directory and loads the module. `prepareLog` gets the path of the directory, which isn't there
+  // yet. Without it the directory is created empty.
   explicit ModuleUnderTest(void (*prepareLog)(const std::filesystem::path& log) = nullptr);
   ~ModuleUnderTest();
 
@@ -52,11 +53,11 @@ class ModuleUnderTest {
   void StartMachine(std::string_view description);
   static MachineState State();
 
-  // Calls an export with UTF-8 text and gives the reply in UTF-8; "(null)" for a null pointer.
+  // Calls an exported function with a text in UTF-8. Returns the reply in UTF-8, "(null)" for a null pointer.
   std::string Play(std::string_view contract) { return Call("AudioPlaybackTest", contract); }
   std::string Record(std::string_view contract) { return Call("AudioRecordTest", contract); }
   std::string Call(const char* function, std::string_view contract);
-  // The same for a text in 16-bit units, null for a null pointer.
+  // The same for a text in UTF-16, or for a null pointer.
   std::string CallWide(const char* function, const char16_t* contract);
 
   const std::filesystem::path& LogDirectory() const { return log_; }

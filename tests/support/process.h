@@ -1,14 +1,14 @@
-// What tests change or ask of their own process, on each operating system in its way.
+// What tests change in their own process or ask about it.
 #pragma once
 
 #include <cstddef>
 #include <string>
 
-// Sets an environment variable, in the place of the value that it may have.
+// Sets an environment variable, whether or not it has a value.
 void SetEnvironment(const char* name, const std::string& value);
 
-// Makes local time that of `zone`: three letters and how far UTC is ahead, as "XST-2".
+// Sets the time zone: three letters and how many hours UTC is ahead, as in "XST-2".
 void SetTimeZone(const std::string& zone);
 
-// How many bytes of the C library's heap are handed out.
+// The number of bytes that are allocated from the C library's heap.
 std::size_t BytesInUse();

@@ -5,8 +5,8 @@
 #include <random>
 #include <string>
 
-// A new, empty directory of the test's own, removed with all it holds when the object ends. The name uses only
-// characters that the logger's name rules accept.
+// A new, empty directory, which is removed with everything in it when the object ends. Its name has only characters
+// that the logger accepts in a path.
 class TempDirectory {
  public:
   TempDirectory() {
