@@ -12,7 +12,6 @@ bool SampleBufferClass::Allocate(std::uint32_t size) {
   data_ = std::move(store);
   capacity_ = size;
   writeCursor_ = 0;
-  readCursor_ = 0;
   return true;
 }
 

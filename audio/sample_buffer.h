@@ -6,7 +6,7 @@
 
 namespace audio {
 
-// A byte store of fixed size that is filled from front to back and read from any position.
+// A byte store of fixed size that is filled from front to back.
 class SampleBufferClass {
  public:
   SampleBufferClass() = default;
@@ -20,12 +20,6 @@ class SampleBufferClass {
   // nothing.
   bool Write(const std::uint8_t* source, std::uint32_t count);
 
-  // Returns the byte at the read position, which must be below Used(), and moves on by one.
-  std::uint8_t ReadByte() { return data_[readCursor_++]; }
-  void SeekRead(std::uint32_t position) { readCursor_ = position; }
-
-  // The number of bytes written so far.
-  std::uint32_t Used() const { return writeCursor_; }
   // The bytes written so far, valid until the next Allocate.
   std::span<const std::uint8_t> Written() const { return {data_.get(), writeCursor_}; }
 
@@ -33,7 +27,6 @@ class SampleBufferClass {
   std::unique_ptr<std::uint8_t[]> data_;
   std::uint32_t writeCursor_ = 0;
   std::uint32_t capacity_ = 0;
-  std::uint32_t readCursor_ = 0;
 };
 
 }  // namespace audio

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
+#include <span>
 
 #include "audio/outcome_codes.h"
 
@@ -63,9 +64,9 @@ std::uint32_t ToneSourceClass::FillRenderBuffer(std::uint32_t frames, std::uint8
   const std::uint32_t frameBytes = format_.nBlockAlign;
   if (frameBytes == 0) return 0;
   const std::uint64_t wanted = std::uint64_t{frameBytes} * frames;
-  const auto bytes = static_cast<std::uint32_t>(std::min<std::uint64_t>(wanted, samples_.Used()));
-  samples_.SeekRead(0);
-  std::generate_n(destination, bytes, [this] { return samples_.ReadByte(); });
+  const std::span<const std::uint8_t> tone = samples_.Written();
+  const auto bytes = static_cast<std::uint32_t>(std::min<std::uint64_t>(wanted, tone.size()));
+  std::copy_n(tone.begin(), bytes, destination);
   return bytes / frameBytes;
 }
 

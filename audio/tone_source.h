@@ -36,8 +36,6 @@ class ToneSourceClass {
   // have no effect on them. The tone is empty if there is no memory for it. Throws kNotSetUp before SetFormat.
   void Synthesize();
 
-  void Rewind() { samples_.SeekRead(0); }
-
   // Copies the tone from its start to `destination`, as much of it as fits into `frames` frames of nBlockAlign bytes.
   // Returns the number of whole frames written.
   std::uint32_t FillRenderBuffer(std::uint32_t frames, std::uint8_t* destination);

@@ -18,7 +18,6 @@ void LoadTone(audio::AudioRenderStreamClass& stream, audio::EndpointVolumeSnapsh
   settings.SaveLevels();
   settings.SetAllLevels(kHighestLevel);
   tone.Synthesize();
-  tone.Rewind();
   const audio::AudioRenderStreamClass::Buffer buffer = stream.GetBuffer();
   stream.ReleaseBuffer(tone.FillRenderBuffer(buffer.frames, buffer.data));
 }

@@ -14,37 +14,37 @@ bool ReadAs(const Value* member, bool (Value::*isHeld)() const, Held (Value::*ge
 
 }  // namespace
 
-bool ReadText(const Value* member, std::u16string& target) {
+bool ReadScalar(const Value* member, std::u16string& target) {
   if (member == nullptr || !member->IsString()) return false;
   target = member->GetString();
   return true;
 }
 
-bool ReadNumber(const Value* member, std::int64_t& target) {
+bool ReadScalar(const Value* member, std::int64_t& target) {
   return ReadAs(member, &Value::IsInt64, &Value::GetInt64, target);
 }
-bool ReadNumber(const Value* member, std::int32_t& target) {
+bool ReadScalar(const Value* member, std::int32_t& target) {
   return ReadAs(member, &Value::IsInt, &Value::GetInt, target);
 }
-bool ReadNumber(const Value* member, std::uint32_t& target) {
+bool ReadScalar(const Value* member, std::uint32_t& target) {
   return ReadAs(member, &Value::IsUint, &Value::GetUint, target);
 }
-bool ReadNumber(const Value* member, std::int16_t& target) {
+bool ReadScalar(const Value* member, std::int16_t& target) {
   return ReadAs(member, &Value::IsInt, &Value::GetInt, target);
 }
-bool ReadNumber(const Value* member, std::uint16_t& target) {
+bool ReadScalar(const Value* member, std::uint16_t& target) {
   return ReadAs(member, &Value::IsUint, &Value::GetUint, target);
 }
-bool ReadNumber(const Value* member, std::uint8_t& target) {
+bool ReadScalar(const Value* member, std::uint8_t& target) {
   return ReadAs(member, &Value::IsUint, &Value::GetUint, target);
 }
-bool ReadNumber(const Value* member, double& target) {
+bool ReadScalar(const Value* member, double& target) {
   return ReadAs(member, &Value::IsDouble, &Value::GetDouble, target);
 }
-bool ReadNumber(const Value* member, float& target) {
+bool ReadScalar(const Value* member, float& target) {
   return ReadAs(member, &Value::IsFloat, &Value::GetFloat, target);
 }
-bool ReadNumber(const Value* member, bool& target) {
+bool ReadScalar(const Value* member, bool& target) {
   return ReadAs(member, &Value::IsBool, &Value::GetBool, target);
 }
 

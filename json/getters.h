@@ -15,22 +15,22 @@ namespace json {
 // A text is read up to its first zero unit. A number written with a fraction or an exponent is no integer, and any
 // other is no double. An integer must fit into 32 bits of the target's signedness, or into an int64 for that; 16 and 8
 // bits then store its low bits.
-bool ReadText(const Value* member, std::u16string& target);
-bool ReadNumber(const Value* member, std::int64_t& target);
-bool ReadNumber(const Value* member, std::int32_t& target);
-bool ReadNumber(const Value* member, std::uint32_t& target);
-bool ReadNumber(const Value* member, std::int16_t& target);
-bool ReadNumber(const Value* member, std::uint16_t& target);
-bool ReadNumber(const Value* member, std::uint8_t& target);
-bool ReadNumber(const Value* member, double& target);
-bool ReadNumber(const Value* member, float& target);
-bool ReadNumber(const Value* member, bool& target);
+bool ReadScalar(const Value* member, std::u16string& target);
+bool ReadScalar(const Value* member, std::int64_t& target);
+bool ReadScalar(const Value* member, std::int32_t& target);
+bool ReadScalar(const Value* member, std::uint32_t& target);
+bool ReadScalar(const Value* member, std::int16_t& target);
+bool ReadScalar(const Value* member, std::uint16_t& target);
+bool ReadScalar(const Value* member, std::uint8_t& target);
+bool ReadScalar(const Value* member, double& target);
+bool ReadScalar(const Value* member, float& target);
+bool ReadScalar(const Value* member, bool& target);
 
 // The same, but on failure `target` becomes 0.
 template <class Number>
-bool ReadNumberOrZero(const Value* member, Number& target) {
+bool ReadScalarOrZero(const Value* member, Number& target) {
   target = 0;
-  return ReadNumber(member, target);
+  return ReadScalar(member, target);
 }
 
 // Stores the low 32 bits of a uint64. On failure returns false and `target` becomes 0.
@@ -46,13 +46,13 @@ bool GetMember(const Value& object, std::u16string_view key, Target* out) {
   return read(FindMember(object, key), *out);
 }
 
-inline constexpr auto GetInt16Member = GetMember<std::int16_t, ReadNumberOrZero>;
-inline constexpr auto GetUint16Member = GetMember<std::uint16_t, ReadNumberOrZero>;
-inline constexpr auto GetInt32Member = GetMember<std::int32_t, ReadNumber>;
+inline constexpr auto GetInt16Member = GetMember<std::int16_t, ReadScalarOrZero>;
+inline constexpr auto GetUint16Member = GetMember<std::uint16_t, ReadScalarOrZero>;
+inline constexpr auto GetInt32Member = GetMember<std::int32_t, ReadScalar>;
 inline constexpr auto GetUint64AsUint32Member = GetMember<std::uint32_t, ReadUint64AsUint32>;
 inline constexpr auto GetHandleMember = GetMember<std::uint64_t, ReadHandle>;
-inline constexpr auto GetStringMember = GetMember<std::u16string, ReadText>;
-inline constexpr auto GetInt64Member = GetMember<std::int64_t, ReadNumber>;
-inline constexpr auto GetBoolMember = GetMember<bool, ReadNumber>;
+inline constexpr auto GetStringMember = GetMember<std::u16string, ReadScalar>;
+inline constexpr auto GetInt64Member = GetMember<std::int64_t, ReadScalar>;
+inline constexpr auto GetBoolMember = GetMember<bool, ReadScalar>;
 
 }  // namespace json

@@ -16,40 +16,48 @@ inline ReadResult StoredToLogIf(bool stored) {
   return stored ? ReadResult::kStoredToLog : ReadResult::kNothing;
 }
 
-// A JSON number of the target's width and sign, or a JSON boolean.
-template <class Number>
-Value NumberValue(Number number) {
-  constexpr bool kIsNarrowInteger = std::is_integral_v<Number> && !std::is_same_v<Number, bool> && sizeof(Number) < 8;
-  if constexpr (!kIsNarrowInteger) {
-    return Value(number);
-  } else if constexpr (std::is_signed_v<Number>) {
-    return Value(static_cast<int>(number));
+// The JSON value of a text, number or flag, in the memory of `document`.
+template <class Scalar>
+Value ScalarValue(const Scalar& scalar, Document& document) {
+  constexpr bool kIsNarrowInteger = std::is_integral_v<Scalar> && !std::is_same_v<Scalar, bool> && sizeof(Scalar) < 8;
+  if constexpr (std::is_same_v<Scalar, std::u16string>) {
+    return CopyText(scalar, document);
+  } else if constexpr (!kIsNarrowInteger) {
+    return Value(scalar);
+  } else if constexpr (std::is_signed_v<Scalar>) {
+    return Value(static_cast<int>(scalar));
   } else {
-    return Value(static_cast<unsigned>(number));
+    return Value(static_cast<unsigned>(scalar));
   }
 }
 
-template <class Number>
-std::string NumberText(Number number) {
-  if constexpr (std::is_same_v<Number, bool>) {
-    return text::BoolToText(number);
-  } else if constexpr (std::is_floating_point_v<Number>) {
-    return text::DoubleToText(number);
+// A text, number or flag as log lines show it.
+template <class Scalar>
+std::string ScalarText(const Scalar& scalar) {
+  if constexpr (std::is_same_v<Scalar, std::u16string>) {
+    return text::WideToNarrow(scalar);
+  } else if constexpr (std::is_same_v<Scalar, bool>) {
+    return text::BoolToText(scalar);
+  } else if constexpr (std::is_floating_point_v<Scalar>) {
+    return text::DoubleToText(scalar);
   } else {
-    return std::to_string(number);
+    return std::to_string(scalar);
   }
 }
 
-template <class Number>
-constexpr const char* NumberName() {
-  if constexpr (std::is_same_v<Number, bool>) {
+// Its name in docs/contract.md.
+template <class Scalar>
+constexpr const char* ScalarName() {
+  if constexpr (std::is_same_v<Scalar, std::u16string>) {
+    return "text";
+  } else if constexpr (std::is_same_v<Scalar, bool>) {
     return "flag";
-  } else if constexpr (std::is_floating_point_v<Number>) {
-    return sizeof(Number) == 4 ? "float" : "double";
-  } else if constexpr (std::is_signed_v<Number>) {
-    return sizeof(Number) == 2 ? "int16" : sizeof(Number) == 4 ? "int32" : "int64";
+  } else if constexpr (std::is_floating_point_v<Scalar>) {
+    return sizeof(Scalar) == 4 ? "float" : "double";
+  } else if constexpr (std::is_signed_v<Scalar>) {
+    return sizeof(Scalar) == 2 ? "int16" : sizeof(Scalar) == 4 ? "int32" : "int64";
   } else {
-    return sizeof(Number) == 1 ? "uint8" : sizeof(Number) == 2 ? "uint16" : "uint32";
+    return sizeof(Scalar) == 1 ? "uint8" : sizeof(Scalar) == 2 ? "uint16" : "uint32";
   }
 }
 
@@ -62,38 +70,22 @@ void LogListBegin(const ListLines* lines, std::size_t size);
 void LogListItem(const ListLines* lines, std::size_t index);
 void LogListEnd(const ListLines* lines);
 
-// Read in place of a list element that is no object.
+// An empty object, which is read instead of a list element that is no object.
 const Value& EmptyObject();
 
-// The kind of members of type `Member`. The general case is a number or a flag.
+// The kind of members of type `Member`. The general case is a text, a number or a flag.
 template <class Member>
 struct KindOf {
   static ReadResult Read(const Reading& reading, void* target) {
-    return StoredToLogIf(ReadNumber(reading.member, *static_cast<Member*>(target)));
-  }
-  static bool Write(const Field&, const void* source, Document&, Value& out) {
-    out = NumberValue(*static_cast<const Member*>(source));
-    return true;
-  }
-  static std::string Print(const void* source) { return NumberText(*static_cast<const Member*>(source)); }
-
-  static constexpr Kind kind = {.read = Read, .write = Write, .print = Print, .name = NumberName<Member>()};
-};
-
-template <>
-struct KindOf<std::u16string> {
-  static ReadResult Read(const Reading& reading, void* target) {
-    return StoredToLogIf(ReadText(reading.member, *static_cast<std::u16string*>(target)));
+    return StoredToLogIf(ReadScalar(reading.member, *static_cast<Member*>(target)));
   }
   static bool Write(const Field&, const void* source, Document& document, Value& out) {
-    out = CopyText(*static_cast<const std::u16string*>(source), document);
+    out = ScalarValue(*static_cast<const Member*>(source), document);
     return true;
   }
-  static std::string Print(const void* source) {
-    return text::WideToNarrow(*static_cast<const std::u16string*>(source));
-  }
+  static std::string Print(const void* source) { return ScalarText(*static_cast<const Member*>(source)); }
 
-  static constexpr Kind kind = {.read = Read, .write = Write, .print = Print, .name = "text"};
+  static constexpr Kind kind = {.read = Read, .write = Write, .print = Print, .name = ScalarName<Member>()};
 };
 
 // A nested record, null until one is read. Each one that is read is a new record, so nothing of the one before remains.
@@ -137,14 +129,7 @@ struct ScalarListKind {
     list.reserve(reading.member->Size());
     for (const Value& value : reading.member->GetArray()) {
       Element element{};
-      const auto read = [&] {
-        if constexpr (std::is_same_v<Element, std::u16string>) {
-          return ReadText(&value, element);
-        } else {
-          return ReadNumber(&value, element);
-        }
-      };
-      if (read()) list.push_back(std::move(element));
+      if (ReadScalar(&value, element)) list.push_back(std::move(element));
     }
     return ReadResult::kStoredToLog;
   }
@@ -153,11 +138,7 @@ struct ScalarListKind {
     out.SetArray();
     out.Reserve(static_cast<rapidjson::SizeType>(list.size()), document.GetAllocator());
     for (const Element& element : list) {
-      if constexpr (std::is_same_v<Element, std::u16string>) {
-        out.PushBack(CopyText(element, document), document.GetAllocator());
-      } else {
-        out.PushBack(NumberValue(element), document.GetAllocator());
-      }
+      out.PushBack(ScalarValue(element, document), document.GetAllocator());
     }
     return true;
   }

@@ -13,9 +13,9 @@ struct LogDirectory {
   std::string File(const std::string& name) const { return path + separator + name; }
 };
 
-// The log directory of the process: the one chosen at configure time or, but for Windows, the one that the environment
-// variable ZQRMT_LOG_DIRECTORY names at the first call. Always the same object. May be called during static
-// initialisation.
+// The log directory of the process: the one chosen at configure time or, except on Windows, the one that the
+// environment variable ZQRMT_LOG_DIRECTORY names at the first call. Always the same object. May be called during
+// static initialisation.
 const LogDirectory& GetLogDirectory();
 
 }  // namespace logging

@@ -1,3 +1,4 @@
+// Conversions between UTF-8 and UTF-16, and what is done to texts in UTF-8.
 #pragma once
 
 #include <filesystem>
@@ -7,30 +8,29 @@
 
 namespace text {
 
-// Every narrow text in rmthost is UTF-8. UTF-16 is met only at the module and at the platform's operations.
-
-// Unpaired surrogates come out as U+FFFD.
+// Unpaired surrogates become U+FFFD.
 std::string ToUtf8(std::u16string_view text);
 // `text` must be valid UTF-8.
 std::u16string ToUtf16(std::string_view text);
 
-// The text in the bytes of a file: UTF-8 with or without a byte order mark, or UTF-16LE with one. Nothing when the
-// bytes are neither.
+// The text of a file with these bytes, which are UTF-8 with or without a byte order mark or UTF-16LE with one. Nothing
+// if they are neither.
 std::optional<std::string> DecodeText(std::string bytes);
 
-// Bytes that aren't UTF-8, as a command line can hold, come out as U+FFFD.
+// The text with U+FFFD in place of bytes that aren't UTF-8, which a command line can have.
 std::string ValidUtf8(std::string_view text);
 
 std::filesystem::path PathFromUtf8(std::string_view path);
 std::string Utf8FromPath(const std::filesystem::path& path);
 
-// Folds A to Z only: names are compared as the module compares ids, whatever the locale.
+// Changes A to Z only, in every locale, as the module does when it compares ids.
 std::string LowerAscii(std::string_view text);
 
-// At most `bytes` bytes of `text`, in whole characters, with "..." for the rest. `text` must be valid UTF-8.
+// The whole characters of `text` that fit into `bytes` bytes, followed by "..." if that isn't all. `text` must be valid
+// UTF-8.
 std::string Shortened(std::string_view text, std::size_t bytes);
 
-// `text` without control characters, which could steer the terminal.
+// `text` with a question mark in place of each control character, which could give commands to a terminal.
 std::string Printable(std::string_view text);
 
 }  // namespace text

@@ -5,7 +5,7 @@
 
 namespace text {
 
-// Gives what wcstombs_s gives on Windows, where wide characters have 16 bits as ours have.
+// The result is that of wcstombs_s on Windows, where wide characters have 16 bits too.
 std::string WideToNarrow(std::u16string_view text) {
   text = text.substr(0, text.find(u'\0'));
   std::string narrow;

@@ -15,7 +15,7 @@ json::ReadResult ReadValues(const json::Reading& reading, void* target) {
   if (reading.member == nullptr || !reading.member->IsArray()) return json::ReadResult::kNothing;
   auto& values = *static_cast<std::vector<std::u16string>*>(target);
   values.reserve(reading.member->Size());
-  for (const json::Value& element : reading.member->GetArray()) json::ReadText(&element, values.emplace_back());
+  for (const json::Value& element : reading.member->GetArray()) json::ReadScalar(&element, values.emplace_back());
   return json::ReadResult::kStoredToLog;
 }
 constexpr json::Kind kValues = {.read = ReadValues, .write = TextList::Write, .name = TextList::kind.name};

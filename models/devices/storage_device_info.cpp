@@ -33,7 +33,7 @@ constexpr Kind kGetter = {
 
 bool ReadLowInt64(const json::Value* member, std::int32_t& target) {
   std::int64_t number = target;
-  const bool stored = json::ReadNumber(member, number);
+  const bool stored = json::ReadScalar(member, number);
   target = static_cast<std::int32_t>(number);
   return stored;
 }
@@ -83,13 +83,13 @@ constexpr Kind EmbeddedKind(const char* name, const json::RecordTable& (*record)
 constexpr const char* kZeroNote = "0 when missing or of another kind";
 constexpr const char* kFalseNote = "false when missing or of another kind";
 constexpr const char* kBytesNote = "read only when it has exactly 8 elements";
-constexpr Kind kInt16 = kGetter<std::int16_t, json::ReadNumberOrZero>;
-constexpr Kind kUint16 = kGetter<std::uint16_t, json::ReadNumberOrZero>;
-constexpr Kind kInt64 = kGetter<std::int64_t, json::ReadNumber>;
+constexpr Kind kInt16 = kGetter<std::int16_t, json::ReadScalarOrZero>;
+constexpr Kind kUint16 = kGetter<std::uint16_t, json::ReadScalarOrZero>;
+constexpr Kind kInt64 = kGetter<std::int64_t, json::ReadScalar>;
 constexpr Kind kLowInt64 = kGetter<std::int32_t, ReadLowInt64>;
 constexpr Kind kHandle = {
     .read = ReadWith<std::uint64_t, json::ReadHandle>, .write = nullptr, .name = "a value that nothing reads"};
-constexpr Kind kFlag = kGetter<bool, json::ReadNumberOrZero>;
+constexpr Kind kFlag = kGetter<bool, json::ReadScalarOrZero>;
 constexpr Kind kUint64AsUint32 = {
     .read = ReadWith<std::uint32_t, json::ReadUint64AsUint32>, .write = WriteSigned, .name = "uint32 of a uint64"};
 constexpr Kind kBytes = {.read = ReadWith<Bytes, ReadByteArray>, .write = WriteByteArray, .name = "8 bytes"};
