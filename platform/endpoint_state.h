@@ -8,8 +8,6 @@
 
 namespace platform {
 
-using WideText = std::basic_string<WCHAR>;
-
 // What an audio system finds an endpoint by: no two endpoints of one flow have the same name.
 struct EndpointKey {
   EDataFlow flow = eRender;
@@ -19,8 +17,8 @@ struct EndpointKey {
 // An endpoint as it is now, in what every audio system tells of one.
 struct EndpointState {
   EndpointKey key;
-  WideText id;    // what callers know it by, different for each endpoint
-  WideText name;  // for people
+  std::u16string id;    // what callers know it by, different for each endpoint
+  std::u16string name;  // for people
   DWORD state = DEVICE_STATE_ACTIVE;
   std::vector<ERole> defaultRoles;  // in which it is its flow's default; empty unless it is active
   std::vector<float> levels;        // a scalar for each channel, on the endpoint's own taper; 1.0 is full

@@ -15,7 +15,7 @@ void* CopyForCaller(const void* bytes, std::size_t count) {
 
 }  // namespace
 
-LPWSTR TextForCaller(const WideText& text) {
+LPWSTR TextForCaller(const std::u16string& text) {
   return static_cast<LPWSTR>(CopyForCaller(text.c_str(), (text.size() + 1) * sizeof(WCHAR)));
 }
 

@@ -1,14 +1,15 @@
 #pragma once
 
+#include <string>
+
 #include "platform/core_audio.h"
-#include "platform/endpoint_state.h"
 #include "platform/sample_format.h"
 
 namespace platform {
 
 // Copies that an operation hands out, for the caller to release with CoTaskMemFree. They throw std::bad_alloc. A format
 // is handed out as its published image.
-LPWSTR TextForCaller(const WideText& text);
+LPWSTR TextForCaller(const std::u16string& text);
 WAVEFORMATEX* FormatForCaller(const SampleFormat& format);
 BLOB FormatBlobForCaller(const SampleFormat& format);
 

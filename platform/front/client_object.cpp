@@ -118,11 +118,7 @@ class Client final : public Object<IAudioClient> {
   }
 
   HRESULT GetBufferSize(UINT32* frames) override {
-    return CallOnStream("IAudioClient::GetBufferSize", [&]() -> HRESULT {
-      if (frames == nullptr) return E_POINTER;
-      *frames = bufferFrames_;
-      return S_OK;
-    });
+    return CallOnStream("IAudioClient::GetBufferSize", [&] { return Give(frames, bufferFrames_); });
   }
 
   HRESULT GetCurrentPadding(UINT32* frames) override {

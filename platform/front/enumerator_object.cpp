@@ -20,11 +20,7 @@ class DeviceCollection final : public Object<IMMDeviceCollection> {
       : Object(context), endpoints_(std::move(endpoints)) {}
 
   HRESULT GetCount(UINT* count) override {
-    return Call("IMMDeviceCollection::GetCount", {}, [&]() -> HRESULT {
-      if (count == nullptr) return E_POINTER;
-      *count = static_cast<UINT>(endpoints_.size());
-      return S_OK;
-    });
+    return Call("IMMDeviceCollection::GetCount", {}, [&] { return Give(count, static_cast<UINT>(endpoints_.size())); });
   }
 
   HRESULT Item(UINT index, IMMDevice** device) override {
@@ -77,7 +73,7 @@ class DeviceEnumerator final : public Object<IMMDeviceEnumerator> {
     Empty(device);
     return Call("IMMDeviceEnumerator::GetDevice", {}, [&]() -> HRESULT {
       if (id == nullptr || device == nullptr) return E_POINTER;
-      return Find(device, [id](const EndpointState& endpoint) { return endpoint.id == id; });
+      return Find(device, [&](const EndpointState& endpoint) { return endpoint.id == core_audio::TextFrom(id); });
     });
   }
 

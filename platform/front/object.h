@@ -79,4 +79,12 @@ void Empty(Interface** object) {
   if (object != nullptr) *object = nullptr;
 }
 
+// Puts a value into the place that a caller gave for it.
+template <class Value>
+HRESULT Give(Value* place, Value value) {
+  if (place == nullptr) return E_POINTER;
+  *place = value;
+  return S_OK;
+}
+
 }  // namespace platform

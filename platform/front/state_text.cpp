@@ -1,6 +1,5 @@
 #include "platform/front/state_text.h"
 
-#include <utf8/checked.h>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -8,17 +7,13 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "text/utf.h"
+
 namespace platform {
 
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-Json Text(const WideText& text) {
-  std::string narrow;
-  utf8::utf16to8(text.begin(), text.end(), std::back_inserter(narrow));
-  return narrow;
-}
 
 // The shortest text that reads as the same float, where a double would show the digits that the float doesn't have.
 Json Number(float value) {
@@ -83,8 +78,8 @@ Json EndpointJson(const EndpointState& endpoint) {
   Json roles = Json::array(), levels = Json::array();
   for (const ERole role : endpoint.defaultRoles) roles.push_back(kRoles[role]);
   for (const float level : endpoint.levels) levels.push_back(Number(level));
-  return {{"id", Text(endpoint.id)},
-          {"name", Text(endpoint.name)},
+  return {{"id", text::ToUtf8(endpoint.id)},
+          {"name", text::ToUtf8(endpoint.name)},
           {"flow", kFlows[endpoint.key.flow]},
           {"state", NameOfState(endpoint.state)},
           {"default", std::move(roles)},
@@ -96,7 +91,7 @@ Json EndpointJson(const EndpointState& endpoint) {
 
 Json CallJson(const TraceEntry& entry) {
   Json call = {{"operation", kOperations[entry.operation.Index()]}};
-  if (entry.endpoint != nullptr) call["endpoint"] = Text(entry.endpoint->id);
+  if (entry.endpoint != nullptr) call["endpoint"] = text::ToUtf8(entry.endpoint->id);
   Json& arguments = call["arguments"] = Json::object();
   for (const Argument& argument : entry.arguments) {
     arguments[argument.name] = std::visit(ArgumentValue(), argument.value);

@@ -10,10 +10,8 @@ class EndpointVolume final : public Object<IAudioEndpointVolume> {
   explicit EndpointVolume(const Context& context) : Object(context) {}
 
   HRESULT GetChannelCount(UINT* count) override {
-    return CallOnEndpoint("IAudioEndpointVolume::GetChannelCount", {}, [&](const EndpointState& endpoint) -> HRESULT {
-      if (count == nullptr) return E_POINTER;
-      *count = static_cast<UINT>(endpoint.levels.size());
-      return S_OK;
+    return CallOnEndpoint("IAudioEndpointVolume::GetChannelCount", {}, [&](const EndpointState& endpoint) {
+      return Give(count, static_cast<UINT>(endpoint.levels.size()));
     });
   }
 
@@ -40,11 +38,8 @@ class EndpointVolume final : public Object<IAudioEndpointVolume> {
   }
 
   HRESULT GetMute(BOOL* muted) override {
-    return CallOnEndpoint("IAudioEndpointVolume::GetMute", {}, [&](const EndpointState& endpoint) -> HRESULT {
-      if (muted == nullptr) return E_POINTER;
-      *muted = endpoint.muted ? TRUE : FALSE;
-      return S_OK;
-    });
+    return CallOnEndpoint("IAudioEndpointVolume::GetMute", {},
+                          [&](const EndpointState& endpoint) { return Give(muted, endpoint.muted ? TRUE : FALSE); });
   }
 
  private:

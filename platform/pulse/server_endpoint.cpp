@@ -1,22 +1,19 @@
 #include "platform/pulse/server_endpoint.h"
 
-#include <utf8/checked.h>
 #include <algorithm>
 #include <cctype>
 #include <iterator>
 #include <new>
 #include <span>
 
+#include "text/utf.h"
+
 namespace pulse_audio {
 
 namespace {
 
-platform::WideText Wide(const std::string& text) {
-  std::string valid;
-  utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid));
-  platform::WideText wide;
-  utf8::utf8to16(valid.begin(), valid.end(), std::back_inserter(wide));
-  return wide;
+std::u16string Wide(const char* text) {
+  return text::ToUtf16(text::ValidUtf8(text));
 }
 
 // Published as the SPEAKER_ constants of WAVEFORMATEXTENSIBLE, from the lowest bit.

@@ -1,8 +1,6 @@
 #include "platform/virtual/description.h"
 
-#include <utf8/checked.h>
 #include <algorithm>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <unordered_map>
@@ -10,6 +8,7 @@
 #include "platform/front/operation.h"
 #include "platform/virtual/description_json.h"
 #include "platform/virtual/description_node.h"
+#include "text/utf.h"
 
 namespace virtual_audio {
 
@@ -22,12 +21,6 @@ struct EndpointTable {
   std::vector<EndpointDescription>& endpoints;
   std::unordered_map<std::string, std::size_t> places;
 };
-
-WideText Wide(const std::string& text) {
-  WideText wide;
-  utf8::utf8to16(text.begin(), text.end(), std::back_inserter(wide));
-  return wide;
-}
 
 SampleFormat ReadFormat(const Node& node) {
   constexpr std::string_view kKeys[] = {"tag", "channels", "rate", "bits", "validBits", "channelMask"};
@@ -88,8 +81,8 @@ EndpointDescription ReadEndpoint(const Node& node, EndpointTable& table) {
   const std::string id = node["id"].Text();
   if (!table.places.emplace(id, table.endpoints.size()).second) node["id"].Refuse("another endpoint has this id");
   endpoint.key.name = id;
-  endpoint.id = Wide(id);
-  endpoint.name = node["name"].IsThere() ? Wide(node["name"].Text()) : endpoint.id;
+  endpoint.id = text::ToUtf16(id);
+  endpoint.name = node["name"].IsThere() ? text::ToUtf16(node["name"].Text()) : endpoint.id;
   endpoint.key.flow = static_cast<EDataFlow>(node["flow"].Choice(kFlows));
   endpoint.state = kStateValues[node["state"].ChoiceOr(0, kStates)];
   ReadDefaultRoles(node["default"], endpoint, table);

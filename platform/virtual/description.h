@@ -14,7 +14,6 @@
 namespace virtual_audio {
 
 using platform::SampleFormat;
-using platform::WideText;
 
 // One render endpoint that a capture endpoint hears.
 struct Hearing {

@@ -1,13 +1,12 @@
 #include "platform/virtual/description_json.h"
 
-#include <utf8/checked.h>
 #include <algorithm>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <utility>
 #include <vector>
 
 #include "platform/backend.h"
+#include "text/utf.h"
 
 namespace virtual_audio {
 
@@ -105,11 +104,9 @@ Json ReadJson(std::string_view text) {
 }
 
 void RefuseAt(const std::string& place, std::string_view reason) {
-  const std::string sentence = (place.empty() ? "the description" : place) + ": " + std::string(reason);
   // It may quote what isn't valid UTF-8.
-  std::string readable;
-  utf8::replace_invalid(sentence.begin(), sentence.end(), std::back_inserter(readable));
-  throw platform::PlatformError(readable);
+  throw platform::PlatformError(
+      text::ValidUtf8((place.empty() ? "the description" : place) + ": " + std::string(reason)));
 }
 
 std::string PathOfMember(const std::string& path, std::string_view key) {

@@ -1,13 +1,13 @@
 #include "platform/virtual/virtual_backend.h"
 
 #include <cerrno>
-#include <filesystem>
 #include <fstream>
 #include <system_error>
 
 #include "platform/virtual/built_in_machine.h"
 #include "platform/virtual/description.h"
 #include "platform/virtual/machine.h"
+#include "text/utf.h"
 
 namespace virtual_audio {
 
@@ -15,8 +15,7 @@ namespace {
 
 std::string ContentsOf(const std::string& file) {
   errno = 0;
-  // A path made of UTF-8 on every system.
-  std::ifstream stream(std::filesystem::path(std::u8string(file.begin(), file.end())), std::ios::binary);
+  std::ifstream stream(text::PathFromUtf8(file), std::ios::binary);
   std::string contents;
   char chunk[4096];
   while (stream.read(chunk, sizeof chunk), stream.gcount() > 0) {
