@@ -1,40 +1,22 @@
+#include "platform/audio_platform.h"
+
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <new>
 #include <string>
-#include <string_view>
 #include <thread>
 
-#include "platform/audio_platform.h"
+#include "platform/backends.h"
 #include "platform/core_audio.h"
-#include "platform/platform.h"
-#include "platform/property.h"
-#include "platform/pulse/pulse_platform.h"
-#include "platform/virtual/virtual_platform.h"
+#include "platform/front/caller_memory.h"
+#include "platform/front/front.h"
 
 namespace {
 
-thread_local std::unique_ptr<platform::Platform> t_platform;
+thread_local std::unique_ptr<platform::Front> t_platform;
 thread_local std::string t_error;
-
-std::unique_ptr<platform::Platform> MakePlatform(std::string_view description) {
-  constexpr std::string_view kVirtualFile = "virtual:";
-  constexpr std::string_view kPulseServer = "pulse:";
-  if (description == "virtual") return virtual_audio::BuiltInPlatform();
-  if (description.starts_with(kVirtualFile)) {
-    return virtual_audio::PlatformFromFile(std::string(description.substr(kVirtualFile.size())));
-  }
-  if (description == "pulse") return pulse_audio::PlatformOn("");
-  if (description.starts_with(kPulseServer)) {
-    description.remove_prefix(kPulseServer.size());
-    // To libpulse this would mean to look by itself.
-    if (description.empty()) throw platform::PlatformError("\"pulse:\" names no sound server.");
-    return pulse_audio::PlatformOn(std::string(description));
-  }
-  throw platform::PlatformError("There is no audio platform \"" + std::string(description) +
-                                "\"; there are \"virtual\", \"virtual:FILE\", \"pulse\" and \"pulse:SERVER\".");
-}
 
 }  // namespace
 
@@ -59,7 +41,7 @@ void CoTaskMemFree(void* memory) {
 }
 
 void Sleep(DWORD milliseconds) {
-  if (t_platform != nullptr) return t_platform->Wait(milliseconds);
+  if (t_platform != nullptr) return t_platform->Sleep(milliseconds);
   std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }
 
@@ -69,7 +51,7 @@ std::int32_t AudioPlatformInitialize(const char* description) {
   try {
     t_error.clear();
     if (description == nullptr) throw platform::PlatformError("No audio platform is named.");
-    t_platform = MakePlatform(description);
+    t_platform = std::make_unique<platform::Front>(platform::OpenBackend(description));
     return S_OK;
   } catch (const platform::PlatformError& error) {
     try {
@@ -92,7 +74,7 @@ void AudioPlatformUninitialize() {
 char* AudioPlatformState() {
   if (t_platform == nullptr) return nullptr;
   try {
-    const std::string state = t_platform->State();
+    const std::string state = t_platform->StateText();
     auto* text = static_cast<char*>(std::malloc(state.size() + 1));
     if (text != nullptr) std::memcpy(text, state.c_str(), state.size() + 1);
     return text;

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "platform/core_audio.h"
@@ -11,25 +8,22 @@
 
 namespace platform {
 
-using WideText = std::basic_string<WCHAR>;
-
-// An endpoint as it is now, in what every platform tells of one.
-struct EndpointState {
-  WideText id;
-  WideText name;
+// What an audio system finds an endpoint by: no two endpoints of one flow have the same name.
+struct EndpointKey {
   EDataFlow flow = eRender;
-  DWORD state = DEVICE_STATE_ACTIVE;
-  std::vector<ERole> defaultRoles;
-  std::vector<float> levels;  // a scalar for each channel
-  bool muted = false;
-  SampleFormat format;
+  std::string name;  // in the audio system's own encoding
 };
 
-// Pieces of the text of AudioPlatformState (docs/virtual-machine.md). They throw std::bad_alloc.
-using StateWriter = rapidjson::Writer<rapidjson::StringBuffer>;
-void WriteText(StateWriter& writer, std::string_view text);
-void WriteText(StateWriter& writer, const WideText& text);
-void WriteFloat(StateWriter& writer, float value);
-void WriteEndpoint(StateWriter& writer, const EndpointState& endpoint);
+// An endpoint as it is now, in what every audio system tells of one.
+struct EndpointState {
+  EndpointKey key;
+  std::u16string id;    // what callers know it by, different for each endpoint
+  std::u16string name;  // for people
+  DWORD state = DEVICE_STATE_ACTIVE;
+  std::vector<ERole> defaultRoles;  // in which it is its flow's default; empty unless it is active
+  std::vector<float> levels;        // a scalar for each channel, on the endpoint's own taper; 1.0 is full
+  bool muted = false;
+  SampleFormat format;  // what the endpoint itself runs at
+};
 
 }  // namespace platform

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <new>
 
-#include "platform/platform.h"
+#include "platform/backend.h"
 
 namespace pulse_audio {
 

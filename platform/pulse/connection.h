@@ -1,14 +1,14 @@
 #pragma once
 
 #include <pulse/pulseaudio.h>
+#include <mutex>
 #include <string>
 
 #include "platform/core_audio.h"
 
 namespace pulse_audio {
 
-// One connection to a sound server, with the thread on which libpulse carries it. The platform and every object that it
-// hands out share it; it ends with the last of them.
+// One connection to a sound server, with the thread on which libpulse carries it.
 //
 // Nothing is waited for without a limit. A server that doesn't answer within kAnswerTime is given up: from then on
 // every request fails at once, so that an operation, and all that its caller does after it, end soon.
@@ -23,18 +23,11 @@ class Connection {
   Connection& operator=(const Connection&) = delete;
   ~Connection();
 
-  // Holds libpulse's thread off; whatever follows needs it. It may be held twice, but not while something is waited
-  // for.
-  class Lock {
-   public:
-    explicit Lock(const Connection& connection) : loop_(connection.loop_) { pa_threaded_mainloop_lock(loop_); }
-    Lock(const Lock&) = delete;
-    Lock& operator=(const Lock&) = delete;
-    ~Lock() { pa_threaded_mainloop_unlock(loop_); }
-
-   private:
-    pa_threaded_mainloop* loop_;
-  };
+  // Holds libpulse's thread off, as std::lock_guard has it; whatever follows needs it. It may be held twice, but not while
+  // something is waited for.
+  void lock() const { pa_threaded_mainloop_lock(loop_); }
+  void unlock() const { pa_threaded_mainloop_unlock(loop_); }
+  using Lock = std::lock_guard<const Connection>;
 
   pa_context* Context() const { return context_; }
   bool IsAlive() const { return PA_CONTEXT_IS_GOOD(pa_context_get_state(context_)); }

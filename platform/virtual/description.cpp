@@ -1,17 +1,14 @@
 #include "platform/virtual/description.h"
 
-#include <rapidjson/document.h>
-#include <rapidjson/error/en.h>
-#include <rapidjson/memorystream.h>
-#include <rapidjson/reader.h>
-#include <utf8/checked.h>
 #include <algorithm>
-#include <iterator>
+#include <nlohmann/json.hpp>
+#include <string>
 #include <unordered_map>
 
-#include "platform/platform.h"
+#include "platform/front/operation.h"
+#include "platform/virtual/description_json.h"
 #include "platform/virtual/description_node.h"
-#include "platform/virtual/operation.h"
+#include "text/utf.h"
 
 namespace virtual_audio {
 
@@ -24,12 +21,6 @@ struct EndpointTable {
   std::vector<EndpointDescription>& endpoints;
   std::unordered_map<std::string, std::size_t> places;
 };
-
-WideText Wide(const std::string& text) {
-  WideText wide;
-  utf8::utf8to16(text.begin(), text.end(), std::back_inserter(wide));
-  return wide;
-}
 
 SampleFormat ReadFormat(const Node& node) {
   constexpr std::string_view kKeys[] = {"tag", "channels", "rate", "bits", "validBits", "channelMask"};
@@ -68,7 +59,7 @@ void ReadDefaultRoles(const Node& node, EndpointDescription& endpoint, const End
     const auto role = static_cast<ERole>(element.Choice(kRoles));
     if (endpoint.state != DEVICE_STATE_ACTIVE) element.Refuse("an endpoint that isn't active can't be a default");
     const auto holdsRole = [&](const EndpointDescription& other) {
-      return other.flow == endpoint.flow &&
+      return other.key.flow == endpoint.key.flow &&
              std::find(other.defaultRoles.begin(), other.defaultRoles.end(), role) != other.defaultRoles.end();
     };
     if (holdsRole(endpoint) || std::any_of(table.endpoints.begin(), table.endpoints.end(), holdsRole)) {
@@ -89,9 +80,10 @@ EndpointDescription ReadEndpoint(const Node& node, EndpointTable& table) {
   EndpointDescription endpoint;
   const std::string id = node["id"].Text();
   if (!table.places.emplace(id, table.endpoints.size()).second) node["id"].Refuse("another endpoint has this id");
-  endpoint.id = Wide(id);
-  endpoint.name = node["name"].IsThere() ? Wide(node["name"].Text()) : endpoint.id;
-  endpoint.flow = static_cast<EDataFlow>(node["flow"].Choice(kFlows));
+  endpoint.key.name = id;
+  endpoint.id = text::ToUtf16(id);
+  endpoint.name = node["name"].IsThere() ? text::ToUtf16(node["name"].Text()) : endpoint.id;
+  endpoint.key.flow = static_cast<EDataFlow>(node["flow"].Choice(kFlows));
   endpoint.state = kStateValues[node["state"].ChoiceOr(0, kStates)];
   ReadDefaultRoles(node["default"], endpoint, table);
   if (node["format"].IsThere()) endpoint.format = ReadFormat(node["format"]);
@@ -102,7 +94,7 @@ EndpointDescription ReadEndpoint(const Node& node, EndpointTable& table) {
   endpoint.muted = node["muted"].BooleanOr(false);
   ReadClosest(node["closest"], endpoint);
   for (const std::string_view key : {"noise", "hears"}) {
-    if (node[key].IsThere() && endpoint.flow != eCapture) node[key].Refuse("only a capture endpoint has it");
+    if (node[key].IsThere() && endpoint.key.flow != eCapture) node[key].Refuse("only a capture endpoint has it");
   }
   endpoint.noise = node["noise"].NumberOr(0.0, 0.0, 1.0);
   return endpoint;
@@ -114,49 +106,22 @@ Hearing ReadHearing(const Node& node, const EndpointTable& table) {
   const Node target = node["endpoint"];
   const auto place = table.places.find(target.Text());
   if (place == table.places.end()) target.Refuse("no endpoint has this id");
-  if (table.endpoints[place->second].flow != eRender) target.Refuse("is not a render endpoint");
+  if (table.endpoints[place->second].key.flow != eRender) target.Refuse("is not a render endpoint");
   return {.endpoint = place->second,
           .gain = node["gain"].NumberOr(1.0, -16.0, 16.0),
           .delay = node["delayMs"].WholeNumberOr(0, 0, 10000) * kMillisecond};
 }
 
-Fault ReadFault(const Node& node) {
+platform::Fault ReadFault(const Node& node) {
   constexpr std::string_view kKeys[] = {"operation", "call", "status", "sticky"};
   node.AllowKeys(kKeys);
   const Node operation = node["operation"];
   node["status"].MustBeThere();
   if (operation.IsText("Sleep")) operation.Refuse("Sleep has no status, so it can't fail");
-  return {.operation = operation.Choice(kOperations),
+  return {.operation = operation.Choice(platform::kOperations),
           .call = node["call"].WholeNumberOr(1, 1, kHighestWord),
           .status = static_cast<HRESULT>(node["status"].WholeNumberOr(0, INT32_MIN, INT32_MAX)),
           .sticky = node["sticky"].BooleanOr(false)};
-}
-
-// RapidJSON reads outside its table of powers for some exponents of nine digits and more. No number of a description
-// needs one near that.
-struct ShortNumbers : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, ShortNumbers> {
-  static constexpr std::size_t kMostExponentCharacters = 8;
-  static bool RawNumber(const char* text, rapidjson::SizeType length, bool) {
-    const std::string_view number(text, length);
-    const std::size_t exponent = number.find_first_of("eE");
-    return exponent == number.npos || length - exponent <= kMostExponentCharacters;
-  }
-};
-
-[[noreturn]] void RefuseText(std::string_view json, std::size_t offset, const std::string& reason) {
-  const std::string_view before = json.substr(0, offset);
-  const auto line = 1 + std::count(before.begin(), before.end(), '\n');
-  const std::size_t column = before.size() - (before.find_last_of('\n') + 1) + 1;
-  throw platform::PlatformError("line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + reason);
-}
-
-void RequireShortNumbers(std::string_view json) {
-  constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
-  rapidjson::MemoryStream stream(json.data(), json.size());
-  ShortNumbers numbers;
-  rapidjson::Reader reader;
-  const rapidjson::ParseResult result = reader.Parse<kFlags>(stream, numbers);
-  if (result.Code() == rapidjson::kParseErrorTermination) RefuseText(json, result.Offset(), "the exponent is too long");
 }
 
 }  // namespace
@@ -166,14 +131,7 @@ MachineDescription ParseDescription(std::string_view json) {
   constexpr std::string_view kKeys[] = {"clock", "seed", "endpoints", "faults"};
   constexpr std::string_view kClocks[] = {"real", "virtual"};
   if (json.starts_with(kByteOrderMark)) json.remove_prefix(kByteOrderMark.size());
-  RequireShortNumbers(json);
-  rapidjson::Document document;
-  constexpr unsigned kFlags = rapidjson::kParseIterativeFlag;
-  if (document.Parse<kFlags>(json.data(), json.size()).HasParseError()) {
-    RefuseText(json, document.GetErrorOffset(),
-               std::string("not JSON: ") + rapidjson::GetParseError_En(document.GetParseError()));
-  }
-
+  const nlohmann::json document = ReadJson(json);
   const Node root(&document, "");
   root.AllowKeys(kKeys);
   MachineDescription machine;

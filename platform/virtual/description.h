@@ -7,13 +7,13 @@
 
 #include "platform/core_audio.h"
 #include "platform/endpoint_state.h"
+#include "platform/front/operation.h"
 #include "platform/sample_format.h"
 #include "platform/virtual/clock.h"
 
 namespace virtual_audio {
 
 using platform::SampleFormat;
-using platform::WideText;
 
 // One render endpoint that a capture endpoint hears.
 struct Hearing {
@@ -30,22 +30,15 @@ struct EndpointDescription : platform::EndpointState {
   std::vector<Hearing> hears;
 };
 
-struct Fault {
-  std::size_t operation;  // in kOperations
-  std::int64_t call = 1;  // from 1
-  HRESULT status = S_OK;
-  bool sticky = false;
-};
-
 struct MachineDescription {
   bool hasVirtualClock = false;
   std::uint64_t seed = 1;
   std::vector<EndpointDescription> endpoints;
-  std::vector<Fault> faults;
+  std::vector<platform::Fault> faults;
 };
 
-// Reads a description, a JSON text in UTF-8. Throws platform::PlatformError with a sentence that names the place of the
-// first mistake.
+// Reads a description, a JSON text in UTF-8. Throws platform::PlatformError with a sentence that names the place of a
+// mistake.
 MachineDescription ParseDescription(std::string_view json);
 
 }  // namespace virtual_audio

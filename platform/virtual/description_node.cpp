@@ -1,29 +1,22 @@
 #include "platform/virtual/description_node.h"
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-#include <utf8/checked.h>
 #include <algorithm>
-#include <iterator>
+#include <nlohmann/json.hpp>
 
-#include "platform/platform.h"
+#include "platform/virtual/description_json.h"
 
 namespace virtual_audio {
 
 namespace {
 
-std::string_view TextOf(const rapidjson::Value& value) {
-  return {value.GetString(), value.GetStringLength()};
-}
+using Json = nlohmann::json;
 
-std::string Shown(const rapidjson::Value& value) {
-  constexpr rapidjson::SizeType kMostShown = 80;
-  if (value.IsObject()) return "an object";
-  if (value.IsArray()) return "a list";
-  if (value.IsString() && value.GetStringLength() > kMostShown) return "a long text";
-  rapidjson::StringBuffer text;
-  rapidjson::Writer<rapidjson::StringBuffer> writer(text);
-  return value.Accept(writer) ? text.GetString() : "a number that is too large";
+std::string Shown(const Json& value) {
+  constexpr std::size_t kMostShown = 80;
+  if (value.is_object()) return "an object";
+  if (value.is_array()) return "a list";
+  const std::string text = value.dump();
+  return text.size() > kMostShown ? "a long text" : text;
 }
 
 std::string InQuotes(std::string_view text) {
@@ -39,36 +32,32 @@ std::string Listed(std::span<const std::string_view> words) {
 }  // namespace
 
 void Node::AllowKeys(std::span<const std::string_view> keys) const {
-  if (!value_->IsObject()) Expect("an object");
-  std::vector<bool> seen(keys.size());
-  for (auto member = value_->MemberBegin(); member != value_->MemberEnd(); ++member) {
-    const auto key = static_cast<std::size_t>(std::find(keys.begin(), keys.end(), TextOf(member->name)) - keys.begin());
-    const Node node(&member->value, PathOf(TextOf(member->name)));
-    if (key == keys.size()) node.Refuse("is not a key; the keys here are " + Listed(keys));
-    if (seen[key]) node.Refuse("stands there twice");
-    seen[key] = true;
+  if (!value_->is_object()) Expect("an object");
+  for (const auto& [key, value] : value_->items()) {
+    if (std::find(keys.begin(), keys.end(), key) != keys.end()) continue;
+    RefuseAt(PathOfMember(path_, key), "is not a key; the keys here are " + Listed(keys));
   }
 }
 
 Node Node::operator[](std::string_view key) const {
-  for (auto member = value_->MemberBegin(); member != value_->MemberEnd(); ++member) {
-    if (TextOf(member->name) == key) return Node(&member->value, PathOf(key));
-  }
-  return Node(nullptr, PathOf(key));
+  const auto member = value_->find(key);
+  return Node(member == value_->end() ? nullptr : &*member, PathOfMember(path_, key));
+}
+
+bool Node::IsNull() const {
+  return IsThere() && value_->is_null();
 }
 
 bool Node::IsText(std::string_view text) const {
-  return value_ != nullptr && value_->IsString() && TextOf(*value_) == text;
+  return IsThere() && *value_ == text;
 }
 
 std::string Node::Text() const {
   MustBeThere();
-  if (!value_->IsString()) Expect("a text");
-  const std::string_view text = TextOf(*value_);
-  if (text.find('\0') != std::string_view::npos || utf8::find_invalid(text.begin(), text.end()) != text.end()) {
-    Refuse("must be Unicode text without a zero character");
-  }
-  return std::string(text);
+  if (!value_->is_string()) Expect("a text");
+  const auto& text = value_->get_ref<const std::string&>();
+  if (text.find('\0') != text.npos) Refuse("must be Unicode text without a zero character");
+  return text;
 }
 
 std::size_t Node::Choice(std::span<const std::string_view> words) const {
@@ -84,34 +73,33 @@ std::size_t Node::ChoiceOr(std::size_t otherwise, std::span<const std::string_vi
 
 std::int64_t Node::WholeNumberOr(std::int64_t otherwise, std::int64_t lowest, std::int64_t highest) const {
   if (!IsThere()) return otherwise;
-  if (!value_->IsInt64() || value_->GetInt64() < lowest || value_->GetInt64() > highest) {
+  // The bounds are exact as doubles, and a number above the 64 bits isn't within them.
+  if (!value_->is_number_integer() || value_->get<double>() < static_cast<double>(lowest) ||
+      value_->get<double>() > static_cast<double>(highest)) {
     Expect("a whole number from " + std::to_string(lowest) + " to " + std::to_string(highest));
   }
-  return value_->GetInt64();
+  return value_->get<std::int64_t>();
 }
 
 double Node::NumberOr(double otherwise, double lowest, double highest) const {
   if (!IsThere()) return otherwise;
-  if (!value_->IsNumber() || value_->GetDouble() < lowest || value_->GetDouble() > highest) {
-    Expect("a number from " + Shown(rapidjson::Value(lowest)) + " to " + Shown(rapidjson::Value(highest)));
+  if (!value_->is_number() || value_->get<double>() < lowest || value_->get<double>() > highest) {
+    Expect("a number from " + Shown(lowest) + " to " + Shown(highest));
   }
-  return value_->GetDouble();
+  return value_->get<double>();
 }
 
 bool Node::BooleanOr(bool otherwise) const {
   if (!IsThere()) return otherwise;
-  if (!value_->IsBool()) Expect("true or false");
-  return value_->GetBool();
+  if (!value_->is_boolean()) Expect("true or false");
+  return value_->get<bool>();
 }
 
 std::vector<Node> Node::Elements() const {
   std::vector<Node> elements;
   if (!IsThere()) return elements;
-  if (!value_->IsArray()) Expect("a list");
-  elements.reserve(value_->Size());
-  for (const auto& element : value_->GetArray()) {
-    elements.emplace_back(&element, path_ + '[' + std::to_string(elements.size()) + ']');
-  }
+  if (!value_->is_array()) Expect("a list");
+  for (const Json& element : *value_) elements.emplace_back(&element, PathOfElement(path_, elements.size()));
   return elements;
 }
 
@@ -120,15 +108,7 @@ void Node::MustBeThere() const {
 }
 
 void Node::Refuse(std::string_view reason) const {
-  const std::string sentence = (path_.empty() ? "the description" : path_) + ": " + std::string(reason);
-  // It may quote what isn't valid UTF-8.
-  std::string readable;
-  utf8::replace_invalid(sentence.begin(), sentence.end(), std::back_inserter(readable));
-  throw platform::PlatformError(readable);
-}
-
-std::string Node::PathOf(std::string_view key) const {
-  return path_.empty() ? std::string(key) : path_ + '.' + std::string(key);
+  RefuseAt(path_, reason);
 }
 
 void Node::Expect(const std::string& what) const {

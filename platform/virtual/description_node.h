@@ -1,7 +1,7 @@
 #pragma once
 
-#include <rapidjson/document.h>
 #include <cstdint>
+#include <nlohmann/json_fwd.hpp>
 #include <span>
 #include <string>
 #include <string_view>
@@ -15,18 +15,18 @@ namespace virtual_audio {
 class Node {
  public:
   // A null pointer is a value that isn't there.
-  Node(const rapidjson::Value* value, std::string path) : value_(value), path_(std::move(path)) {}
+  Node(const nlohmann::json* value, std::string path) : value_(value), path_(std::move(path)) {}
 
-  // Makes sure that this is an object with no other keys than these, and none twice.
+  // Makes sure that this is an object with no other keys than these.
   void AllowKeys(std::span<const std::string_view> keys) const;
   // The member of this object, which may be absent.
   Node operator[](std::string_view key) const;
 
   bool IsThere() const { return value_ != nullptr; }
-  bool IsNull() const { return value_ != nullptr && value_->IsNull(); }
+  bool IsNull() const;
   bool IsText(std::string_view text) const;
 
-  // Valid UTF-8 without a zero character. It must be there.
+  // UTF-8 without a zero character. It must be there.
   std::string Text() const;
   // The place of the text in `words`. It must be there.
   std::size_t Choice(std::span<const std::string_view> words) const;
@@ -45,9 +45,8 @@ class Node {
  private:
   // Says what was expected, and what is there instead.
   [[noreturn]] void Expect(const std::string& what) const;
-  std::string PathOf(std::string_view key) const;
 
-  const rapidjson::Value* value_;
+  const nlohmann::json* value_;
   std::string path_;
 };
 

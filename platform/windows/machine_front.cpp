@@ -5,19 +5,21 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "platform/backends.h"
 #include "platform/core_audio.h"
-#include "platform/platform.h"
-#include "platform/virtual/virtual_platform.h"
+#include "platform/front/front.h"
+#include "platform/windows/observer_class.h"
 
 namespace virtual_audio {
 namespace {
 
-std::unique_ptr<platform::Platform> g_machine;
-DWORD g_registration = 0;
+std::unique_ptr<platform::Front> g_machine;
 
 // What COM asks for a new enumerator.
 class EnumeratorFactory final : public IClassFactory {
  public:
+  explicit EnumeratorFactory(const CLSID& classId) : classId_(classId) {}
+
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
     *object = nullptr;
     if (!(iid == IID_IUnknown) && !(iid == IID_IClassFactory)) return E_NOINTERFACE;
@@ -31,10 +33,27 @@ class EnumeratorFactory final : public IClassFactory {
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override {
     *object = nullptr;
     if (g_machine == nullptr) return CO_E_SERVER_STOPPING;
-    return g_machine->CreateInstance(core_audio::EnumeratorClass(), outer, iid, object);
+    return g_machine->CreateInstance(classId_, outer, iid, object);
   }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
-} g_factory;
+
+  // Gives COM the class, if it doesn't have it.
+  HRESULT Register() {
+    if (registration_ != 0) return S_OK;
+    return CoRegisterClassObject(classId_, this, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &registration_);
+  }
+  void Revoke() {
+    if (registration_ != 0) CoRevokeClassObject(registration_);
+    registration_ = 0;
+  }
+
+ private:
+  const CLSID& classId_;
+  DWORD registration_ = 0;
+};
+
+EnumeratorFactory g_factory(core_audio::EnumeratorClass());
+EnumeratorFactory g_observerFactory(kObserverClass);
 
 // The system's own, read before any import is redirected: the program that holds the machine may have its own
 // redirected.
@@ -43,7 +62,7 @@ const auto g_systemPropVariantClear = &::PropVariantClear;
 
 void WINAPI MachineSleep(DWORD milliseconds) {
   if (g_machine == nullptr) return g_systemSleep(milliseconds);
-  g_machine->Wait(milliseconds);
+  g_machine->Sleep(milliseconds);
 }
 
 HRESULT WINAPI MachinePropVariantClear(PROPVARIANT* value) {
@@ -72,25 +91,17 @@ void* ReplacementFor(std::string_view name) {
 }  // namespace
 
 void PutMachineInFront(const std::string& description) {
-  constexpr std::string_view kFile = "virtual:";
-  std::unique_ptr<platform::Platform> machine;
-  if (description == "virtual") {
-    machine = BuiltInPlatform();
-  } else if (description.starts_with(kFile)) {
-    machine = PlatformFromFile(description.substr(kFile.size()));
-  } else {
-    throw platform::PlatformError("There is no audio platform \"" + description + "\".");
+  g_machine = std::make_unique<platform::Front>(platform::OpenBackend(description));
+  g_hasObserverClass = true;
+  if (FAILED(g_factory.Register()) || FAILED(g_observerFactory.Register())) {
+    throw platform::PlatformError("COM doesn't take the machine's class objects.");
   }
-  g_machine = std::move(machine);
-  if (g_registration != 0) return;
-  const HRESULT status = CoRegisterClassObject(core_audio::EnumeratorClass(), &g_factory, CLSCTX_INPROC_SERVER,
-                                               REGCLS_MULTIPLEUSE, &g_registration);
-  if (FAILED(status)) throw platform::PlatformError("COM doesn't take the machine's class object.");
 }
 
 void TakeMachineAway() {
-  if (g_registration != 0) CoRevokeClassObject(g_registration);
-  g_registration = 0;
+  g_factory.Revoke();
+  g_observerFactory.Revoke();
+  g_hasObserverClass = false;
   g_machine.reset();
 }
 
@@ -114,7 +125,7 @@ void PutMachineInFrontOf(HMODULE module) {
 }
 
 std::string MachineState() {
-  return g_machine == nullptr ? std::string() : g_machine->State();
+  return g_machine == nullptr ? std::string() : g_machine->StateText();
 }
 
 }  // namespace virtual_audio

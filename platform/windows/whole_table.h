@@ -1,9 +1,9 @@
-// The operations of the system's interfaces that the virtual machine has no use for: each says so.
+// The operations of the system's interfaces that the front has no use for: each says so.
 #pragma once
 
 #include "platform/core_audio.h"
 
-namespace virtual_audio {
+namespace platform {
 
 // An interface whose whole table is there, but for the operations that core_audio.h has elsewhere than on Windows.
 template <class Interface>
@@ -51,4 +51,4 @@ struct WholeTable<IAudioEndpointVolume> : IAudioEndpointVolume {
   HRESULT STDMETHODCALLTYPE GetVolumeRange(float*, float*, float*) override { return E_NOTIMPL; }
 };
 
-}  // namespace virtual_audio
+}  // namespace platform

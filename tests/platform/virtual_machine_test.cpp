@@ -207,13 +207,51 @@ TEST_F(VirtualMachine, TracesCallsAndCountsItsObjects) {
   EXPECT_EQ(volume->GetChannelCount(&channels), S_OK) << "objects outlive their platform";
 }
 
+TEST_F(VirtualMachine, CarriesOutAnObserversCallsButNeitherTracesNorCountsThem) {
+  ASSERT_TRUE(Become(With("", R"(, "hears": [{"endpoint": "speaker"}])", R"(, "faults": [
+    {"operation": "IAudioEndpointVolume::SetMute", "status": -5}, {"operation": "IMMDevice::GetId", "status": -5}])")));
+  const std::string before = State();
+  ComPtr<IMMDeviceEnumerator> observer;
+  ASSERT_EQ(CoCreateInstance(core_audio::ObserverEnumeratorClass(), nullptr, CLSCTX_ALL, IID_IMMDeviceEnumerator,
+                             observer.ReceiveAny()),
+            S_OK);
+  ComPtr<IMMDevice> device;
+  ComPtr<IPropertyStore> store;
+  ComPtr<IAudioClient> client;
+  ComPtr<IAudioCaptureClient> service;
+  ComPtr<IAudioEndpointVolume> volume;
+  PROPVARIANT name;
+  LPWSTR id = nullptr;
+  UINT32 frames = 0;
+  EXPECT_EQ(observer->GetDefaultAudioEndpoint(eCapture, eConsole, device.Receive()), S_OK);
+  EXPECT_EQ(device->GetId(&id), S_OK);
+  CoTaskMemFree(id);
+  EXPECT_EQ(device->OpenPropertyStore(STGM_READ, store.Receive()), S_OK);
+  EXPECT_EQ(store->GetValue(PKEY_Device_FriendlyName, &name), S_OK);
+  CoTaskMemFree(name.pwszVal);
+  EXPECT_EQ(device->Activate(InterfaceId<IAudioClient>(), CLSCTX_ALL, nullptr, client.ReceiveAny()), S_OK);
+  EXPECT_EQ(client->Initialize(AUDCLNT_SHAREMODE_SHARED, 0, 0, 0, &kMono.Format, nullptr), S_OK);
+  EXPECT_EQ(client->GetService(InterfaceId<IAudioCaptureClient>(), service.ReceiveAny()), S_OK);
+  EXPECT_EQ(client->Start() | service->GetNextPacketSize(&frames), S_OK);
+  EXPECT_EQ(device->Activate(InterfaceId<IAudioEndpointVolume>(), CLSCTX_ALL, nullptr, volume.ReceiveAny()), S_OK);
+  EXPECT_EQ(volume->SetMute(TRUE, nullptr) | volume->SetMute(FALSE, nullptr), S_OK);
+  EXPECT_EQ(State(), before);
+  EXPECT_EQ(volume->SetMute(TRUE, nullptr), S_OK);
+  EXPECT_NE(State().find(R"("muted":true)"), std::string::npos) << "it is carried out on the same machine";
+  EXPECT_EQ(Activated<IAudioEndpointVolume>(eCapture)->SetMute(FALSE, nullptr), -5) << "its first call that counts";
+}
+
 TEST_F(VirtualMachine, RefusesADescriptionWithAMistake) {
   const std::pair<std::string, const char*> cases[] = {
       {"{\n \"clock\": \"virtual\",\n}", "line 3, column 1: not JSON"},
-      {"{\n\"seed\": 0.0000000001e-2147483639}", "line 2, column 9: the exponent is too long"},
+      {"{\n\"seed\": 1e999}", "line 2, column 13: a number is too large"},
+      {std::string(300000, '['), "line 1, column 300001: not JSON"},
+      {std::string(300000, '[') + std::string(300000, ']'), "the description: must be an object, not a list"},
       {"[]", "the description: must be an object, not a list"},
       {R"({"clok": 1})", "clok: is not a key"},
       {With("", "", R"(, "clock": "real")"), "clock: stands there twice"},
+      {With("", R"(, "levels": [1], "hears": [{"gain": 1, "gain": 1}])"),
+       "endpoints[1].hears[0].gain: stands there twice"},
       {R"({"endpoints": [{"id": "a\u0000b"}]})", "endpoints[0].id: must be Unicode"},
       {With(R"(, "state": "lost")"), R"(endpoints[0].state: must be one of "active", "disabled", )"},
       {With(R"(, "levels": [0.5, 1.5])"), "endpoints[0].levels[1]: must be a number from 0.0 to 1.0, not 1.5"},
