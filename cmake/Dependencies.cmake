@@ -2,7 +2,7 @@
 #
 # A cross build sees those of ZQRMT_HOST_INCLUDE_FOLDER, which the toolchain file names, through a folder that holds only
 # them: with the whole of the building system's include folder it would see the wrong C library too.
-set(header_libraries rapidjson CLI fmt utf8cpp kissfft)
+set(header_libraries rapidjson nlohmann CLI fmt utf8cpp kissfft)
 if(CMAKE_CROSSCOMPILING)
   set(header_folder ${PROJECT_BINARY_DIR}/headers)
   file(MAKE_DIRECTORY ${header_folder})
@@ -19,6 +19,7 @@ function(add_header_library target header)
 endfunction()
 
 add_header_library(rapidjson rapidjson/document.h)
+add_header_library(nlohmann nlohmann/json.hpp)
 add_header_library(cli11 CLI/CLI.hpp)
 add_header_library(utfcpp utf8.h)
 add_header_library(kissfft kissfft/kissfft.hh)
