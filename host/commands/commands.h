@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "host/base/answer.h"
+#include "host/base/command_result.h"
 #include "host/base/text_output.h"
 #include "host/call/guarded_call.h"
 #include "host/contract/contract.h"
@@ -36,18 +36,16 @@ struct Options {
   bool verbose = false;
 };
 
-// Each carries its command out and gives its answer, the text in `style`. Failure is thrown.
-Answer ListEndpoints(const Options& options);
-Answer TestEndpoints(const Options& options, const Style& style);
-Answer RepeatTest(const Options& options, const Style& style);
-Answer RunContract(const Options& options, const Style& style);
-Answer CheckContract(const Options& options);
-Answer ShowVersion(const Options& options);
-// From the command line's own description, command_line.h.
-Answer ShowCompletion(const Options& options);
-Answer ShowManPage();
+// Each carries its command out, the text in `style`. Throws Failure.
+CommandResult ListEndpoints(const Options& options);
+CommandResult PlayOrRecord(const Options& options, const Style& style);
+CommandResult RepeatRuns(const Options& options, const Style& style);
+CommandResult RunContract(const Options& options, const Style& style);
+CommandResult CheckContract(const Options& options);
+CommandResult ShowVersion(const Options& options);
 
-// The part of CheckContract that calls the module. The request's contract must have an object CoreData.
-Answer CheckInProcess(const CheckRequest& request);
+// The part of CheckContract that calls the module, in this process. The request's contract must have an object
+// CoreData. All failures are in the result.
+CommandResult CheckHere(const CheckRequest& request);
 
 }  // namespace host
