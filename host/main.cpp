@@ -4,8 +4,6 @@
 
 #include "host/base/system.h"
 #include "host/call/module_messages.h"
-#include "host/commands/module_process.h"
-#include "host/report/json_document.h"
 #include "host/shell/command_line.h"
 #include "host/shell/shell_command.h"
 

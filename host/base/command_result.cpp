@@ -13,4 +13,14 @@ CommandResult TextResult(std::string text) {
   return result;
 }
 
+std::string JsonDocument(const std::string& command, const CommandResult& result) {
+  std::string document = TextOf({{"formatVersion", 1},
+                                 {"command", command.empty() ? Json() : Json(command)},
+                                 {"ok", result.exitCode == ExitCode::kPass},
+                                 {"exitCode", result.exitCode}});
+  if (!result.json.empty()) AppendMember(document, "result", result.json);
+  if (result.failure.has_value()) AppendMember(document, "error", TextOf(*result.failure));
+  return document + "\n";
+}
+
 }  // namespace host

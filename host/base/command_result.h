@@ -28,4 +28,8 @@ struct CommandResult {
 // The result of a command that prints a text and nothing else.
 CommandResult TextResult(std::string text);
 
+// The document that --json writes to standard output, as docs/rmthost-json.md describes it, with its line feed. An
+// empty `command` is written as null.
+std::string JsonDocument(const std::string& command, const CommandResult& result);
+
 }  // namespace host

@@ -41,6 +41,16 @@ void to_json(Json& json, Enum value) {
   json = Word(value);
 }
 
+// What TextOf wrote of a record; nothing for any other text.
+template <class Record>
+std::optional<Record> ReadJson(const std::string& text) {
+  try {
+    return Json::parse(text).get<Record>();
+  } catch (const Json::exception&) {
+    return std::nullopt;
+  }
+}
+
 // On one line. Bytes that aren't UTF-8 come out as U+FFFD, numbers that JSON can't hold as null.
 inline std::string TextOf(const Json& json) {
   return json.dump(-1, ' ', false, Json::error_handler_t::replace);

@@ -5,6 +5,7 @@
 #include <future>
 #include <thread>
 
+#include "host/base/json.h"
 #include "host/call/child_process.h"
 #include "host/call/module_call.h"
 #include "host/endpoints/platform.h"
@@ -37,18 +38,21 @@ std::optional<Failure> FailureOf(const ChildEnd& end, Seconds timeout) {
                  "Check with 'rmthost version' that this is the right module.");
 }
 
+Failure NotUnderstood() {
+  return {ExitCode::kBroken, "The processes of rmthost don't understand each other.",
+          "Try again; if it stays, report it with what was typed."};
+}
+
 CallReport ReportOf(const ChildEnd& end, Seconds timeout) {
   CallReport report;
   report.called = true;
   report.restored.notNeeded = "the virtual machine ended with the module's process";
   report.failure = FailureOf(end, timeout);
   if (report.failure.has_value()) return report;
-  try {
-    return ReadCallReport(end.output);
-  } catch (const Failure& failure) {
-    report.failure = failure;
-    return report;
-  }
+  const std::optional<CallReport> reported = ReadJson<CallReport>(end.output);
+  if (reported.has_value() && (reported->called || reported->failure.has_value())) return *reported;
+  report.failure = NotUnderstood();
+  return report;
 }
 
 std::vector<Endpoint> SettingsBefore(const CallRequest& request) {
@@ -84,7 +88,8 @@ CallReport CallGuarded(const CallRequest& request, Seconds timeout, const Interr
   std::vector<Endpoint> saved;
   if (!endsWithProcess) saved = SettingsBefore(request);
 
-  const ChildEnd end = RunSelf(kModuleProcess, MessageText({.call = request, .check = {}}), timeout, interruption);
+  const ChildEnd end =
+      RunSelf(kModuleProcess, TextOf(ModuleRequest{.call = request, .check = {}}), timeout, interruption);
   CallReport report = ReportOf(end, timeout);
   if (!report.called) throw Failure(*report.failure);
   if (!endsWithProcess) report.restored = PutBackInTime(request.platform, saved);
@@ -93,9 +98,11 @@ CallReport CallGuarded(const CallRequest& request, Seconds timeout, const Interr
 
 CommandResult CheckGuarded(const CheckRequest& request, Seconds timeout) {
   const Interruption interruption;
-  const ChildEnd end = RunSelf(kModuleProcess, MessageText({.call = {}, .check = request}), timeout, interruption);
+  const ChildEnd end =
+      RunSelf(kModuleProcess, TextOf(ModuleRequest{.call = {}, .check = request}), timeout, interruption);
   if (const std::optional<Failure> failure = FailureOf(end, timeout)) throw Failure(*failure);
-  return ReadCommandResult(end.output);
+  const std::optional<CommandResult> result = ReadJson<CommandResult>(end.output);
+  return result.has_value() ? *result : throw NotUnderstood();
 }
 
 }  // namespace host

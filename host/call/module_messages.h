@@ -72,13 +72,4 @@ struct CallReport {
   }
 };
 
-std::string MessageText(const ModuleRequest& request);
-std::string MessageText(const CallReport& report);
-std::string MessageText(const CommandResult& result);
-
-// These throw Failure for a text that isn't one of the above.
-ModuleRequest ReadModuleRequest(const std::string& text);
-CallReport ReadCallReport(const std::string& text);
-CommandResult ReadCommandResult(const std::string& text);
-
 }  // namespace host

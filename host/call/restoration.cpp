@@ -52,17 +52,8 @@ EndpointRestoration PutBack(const Endpoint& saved) {
 }  // namespace
 
 const char* Word(State state) {
-  switch (state) {
-    case State::kYes:
-      return "yes";
-    case State::kNo:
-      return "no";
-    case State::kUnknown:
-      return "unknown";
-    case State::kNotNeeded:
-      break;
-  }
-  return "not needed";
+  static constexpr const char* kWords[] = {"yes", "no", "unknown", "not needed"};
+  return kWords[static_cast<std::size_t>(state)];
 }
 
 State Restoration::Summary() const {

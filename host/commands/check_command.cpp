@@ -5,7 +5,7 @@
 #include "host/call/dry_run.h"
 #include "host/call/guarded_call.h"
 #include "host/commands/commands.h"
-#include "host/commands/module_run.h"
+#include "host/commands/guarded_run.h"
 #include "host/contract/contract_comparison.h"
 #include "host/contract/contract_file.h"
 #include "text/utf.h"

@@ -4,7 +4,7 @@
 
 #include "host/base/json.h"
 #include "host/commands/commands.h"
-#include "host/commands/module_run.h"
+#include "host/commands/guarded_run.h"
 #include "host/endpoints/endpoints.h"
 #include "host/endpoints/platform.h"
 #include "text/utf.h"

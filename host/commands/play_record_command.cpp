@@ -1,9 +1,11 @@
 #include <fmt/format.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "host/base/system.h"
 #include "host/commands/commands.h"
-#include "host/commands/endpoint_run.h"
-#include "host/commands/plot_file.h"
+#include "host/commands/guarded_run.h"
 #include "host/report/run_json.h"
 #include "host/report/run_text.h"
 #include "host/report/svg_plot.h"
@@ -27,6 +29,21 @@ Listen IsListeningWanted(const Options& options, const std::string& platform, co
 // 0 without a tone.
 double ToneHz(const RunRecord& run) {
   return run.render.has_value() ? kToneHz : 0.0;
+}
+
+// Writes a drawing: the file is there as a whole, or as it was before. Throws Failure.
+void WritePlot(const std::string& file, const std::string& drawing) {
+  const std::filesystem::path path = text::PathFromUtf8(file);
+  const std::filesystem::path part = text::PathFromUtf8(file + ".part");
+  std::ofstream stream(part, std::ios::binary);
+  stream << drawing;
+  stream.close();
+  std::error_code error;
+  if (stream) std::filesystem::rename(part, path, error);
+  if (stream && !error) return;
+  std::filesystem::remove(part, error);
+  throw Failure(ExitCode::kBroken, fmt::format("The plot can't be written to '{}'.", file),
+                "Give --plot a file in a folder that is there and can be written to.");
 }
 
 // Draws into the file that was asked for, and notes it in `run`. Gives why it could not be written.

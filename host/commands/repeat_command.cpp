@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "host/commands/commands.h"
-#include "host/commands/endpoint_run.h"
+#include "host/commands/guarded_run.h"
 #include "host/report/series.h"
 
 namespace host {

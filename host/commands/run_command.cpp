@@ -1,5 +1,5 @@
 #include "host/commands/commands.h"
-#include "host/commands/module_run.h"
+#include "host/commands/guarded_run.h"
 #include "host/contract/contract_file.h"
 #include "host/report/run_json.h"
 #include "host/report/run_text.h"

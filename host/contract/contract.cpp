@@ -23,6 +23,10 @@ const char* Word(Test test) {
   return test == Test::kPlay ? "play" : "record";
 }
 
+void from_json(const Json& json, Test& test) {
+  test = json == Word(Test::kPlay) ? Test::kPlay : Test::kRecord;
+}
+
 ContractEndpoints EndpointsNamedIn(Test test, const std::string& contract) {
   const ParsedContract parsed(contract);
   const Json* core = parsed.CoreData();

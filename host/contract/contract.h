@@ -1,5 +1,6 @@
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 
@@ -9,6 +10,7 @@ enum class Test { kPlay, kRecord };
 
 // "play" or "record".
 const char* Word(Test test);
+void from_json(const nlohmann::ordered_json& json, Test& test);
 
 // The ids of endpoints as a contract names them; empty when it names none.
 struct ContractEndpoints {

@@ -96,17 +96,8 @@ const char* Word(Flow flow) {
 }
 
 const char* Word(EndpointState state) {
-  switch (state) {
-    case EndpointState::kActive:
-      return "active";
-    case EndpointState::kDisabled:
-      return "disabled";
-    case EndpointState::kUnplugged:
-      return "unplugged";
-    case EndpointState::kNotPresent:
-      break;
-  }
-  return "notpresent";
+  static constexpr const char* kWords[] = {"active", "disabled", "notpresent", "unplugged"};
+  return kWords[static_cast<std::size_t>(state)];
 }
 
 bool IsDefaultFor(const Endpoint& endpoint, const std::string& role) {

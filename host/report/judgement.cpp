@@ -15,19 +15,8 @@ Judgement Judge(Test test, const Outcome& outcome, const Limits& limits) {
 }
 
 const char* Word(Judgement judgement) {
-  switch (judgement) {
-    case Judgement::kPass:
-      return "pass";
-    case Judgement::kSilence:
-      return "silence";
-    case Judgement::kTooQuiet:
-      return "too quiet";
-    case Judgement::kClipping:
-      return "clipping";
-    case Judgement::kFailed:
-      break;
-  }
-  return "failed";
+  static constexpr const char* kWords[] = {"pass", "silence", "too quiet", "clipping", "failed"};
+  return kWords[static_cast<std::size_t>(judgement)];
 }
 
 std::string JudgementText(Judgement judgement, const Outcome& outcome, const Limits& limits) {

@@ -26,7 +26,10 @@ struct RunRecord {
 
   bool Passed() const { return judgement == Judgement::kPass; }
   // Nothing when the module measured none.
-  std::optional<double> Peak() const;
+  std::optional<double> Peak() const {
+    const bool isMeasured = test == Test::kRecord && outcome.has_value() && host::Passed(test, *outcome);
+    return isMeasured ? std::optional(outcome->maxAmplitude) : std::nullopt;
+  }
   // The endpoint under test of a run that has one.
   const Endpoint& Tested() const { return capture.has_value() ? *capture : *render; }
 };

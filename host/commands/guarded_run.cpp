@@ -1,4 +1,4 @@
-#include "host/commands/module_run.h"
+#include "host/commands/guarded_run.h"
 
 #include <chrono>
 #include <cstdio>
@@ -6,9 +6,32 @@
 #include "host/call/guarded_call.h"
 #include "host/call/log_excerpt.h"
 #include "host/call/module.h"
+#include "host/endpoints/endpoint_choice.h"
 #include "text/utf.h"
 
 namespace host {
+namespace {
+
+Limits LimitsOf(const Options& options) {
+  Limits limits = options.limits;
+  if (options.test == Test::kPlay || !options.render.has_value()) return limits;
+  if (!limits.minPeak.has_value()) limits.minPeak = kDefaultMinPeak;
+  if (!limits.maxPeak.has_value()) limits.maxPeak = kDefaultMaxPeak;
+  return limits;
+}
+
+void ChooseEndpoints(const Options& options, const std::string& platform, RunRecord& run) {
+  const Platform connection(platform);
+  const std::vector<Endpoint> endpoints = ReadEndpoints();
+  if (run.test == Test::kPlay) {
+    run.render = ChooseEndpoint(endpoints, Flow::kRender, options.endpoint);
+    return;
+  }
+  run.capture = ChooseEndpoint(endpoints, Flow::kCapture, options.endpoint);
+  if (options.render.has_value()) run.render = ChooseEndpoint(endpoints, Flow::kRender, options.render);
+}
+
+}  // namespace
 
 PlatformChoice ChosenPlatform(const Options& options) {
   PlatformChoice platform = ChoosePlatform(options.platform);
@@ -51,6 +74,24 @@ void Conclude(const RunRecord& run, CommandResult& result) {
   if (result.failure.has_value()) result.notes += FailureText(*result.failure);
   result.failure = NotRestored(run.call.restored);
   result.exitCode = ExitCode::kNotRestored;
+}
+
+RunRecord RunOnEndpoints(const Options& options, const std::string& platform, Listen listen,
+                         const Interruption& interruption, const Progress::Span& span) {
+  RunRecord run;
+  run.test = options.test;
+  run.limits = LimitsOf(options);
+  ChooseEndpoints(options, platform, run);
+  const ContractEndpoints ids{.capture = run.capture.has_value() ? run.capture->id : "",
+                              .render = run.render.has_value() ? run.render->id : ""};
+  CallRequest request{.platform = platform,
+                      .module = ModuleFile(options),
+                      .test = run.test,
+                      .contract = BuildContract(run.test, ids),
+                      .listenTo = {}};
+  if (listen == Listen::kYes) request.listenTo = run.Tested().id;
+  RunModule(request, options, interruption, span, run);
+  return run;
 }
 
 }  // namespace host
