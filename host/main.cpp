@@ -3,9 +3,7 @@
 #include <exception>
 
 #include "host/base/system.h"
-#include "host/call/module_process.h"
-#include "host/call/module_request.h"
-#include "host/report/json_output.h"
+#include "host/call/module_messages.h"
 #include "host/shell/command_line.h"
 #include "host/shell/completion.h"
 
@@ -13,16 +11,16 @@ namespace {
 
 using namespace host;
 
-Answer CarryOut(const Options& options) {
+CommandResult CarryOut(const Options& options) {
   const Style style = Style::Of(stdout);
   switch (options.command) {
     case Options::Command::kList:
       return ListEndpoints(options);
     case Options::Command::kPlay:
     case Options::Command::kRecord:
-      return TestEndpoints(options, style);
+      return PlayOrRecord(options, style);
     case Options::Command::kRepeat:
-      return RepeatTest(options, style);
+      return RepeatRuns(options, style);
     case Options::Command::kRun:
       return RunContract(options, style);
     case Options::Command::kCheck:
@@ -32,30 +30,28 @@ Answer CarryOut(const Options& options) {
     case Options::Command::kCompletion:
       break;
   }
-  return ShowCompletion(options);
+  return TextResult(CompletionScript(options.shell));
 }
 
-Answer AnswerOf(const std::vector<std::string>& arguments, std::string& command) {
-  Answer answer;
+CommandResult ResultOf(const std::vector<std::string>& arguments, std::string& command) {
+  CommandResult result;
   try {
     const std::variant<Options, HelpText> asked = ParseCommandLine(arguments);
     if (const HelpText* help = std::get_if<HelpText>(&asked)) {
       command = "help";
-      answer.text = help->text;
-      answer.result = JsonObject({{"text", JsonString(help->text)}});
-      return answer;
+      return TextResult(help->text);
     }
     const Options& options = std::get<Options>(asked);
     command = CommandWord(options.command);
     return CarryOut(options);
   } catch (const Failure& failure) {
-    answer.failure = failure;
+    result.failure = failure;
   } catch (const std::exception& error) {
-    answer.failure = Failure(ExitCode::kBroken, std::string("rmthost can't go on: ") + error.what() + ".",
+    result.failure = Failure(ExitCode::kBroken, std::string("rmthost can't go on: ") + error.what() + ".",
                              "Try again; if it stays, report it with what was typed.");
   }
-  answer.exitCode = answer.failure->exitCode;
-  return answer;
+  result.exitCode = result.failure->exitCode;
+  return result;
 }
 
 // Whether all of it arrived.
@@ -85,16 +81,16 @@ int main(int argc, char** argv) {
   const bool quiet = HasFlag(arguments, "--quiet");
 
   std::string command;
-  Answer answer = AnswerOf(arguments, command);
-  const std::string output = json ? JsonDocument(command, answer) : (quiet ? std::string() : answer.text);
+  CommandResult result = ResultOf(arguments, command);
+  const std::string output = json ? JsonDocument(command, result) : (quiet ? std::string() : result.text);
   if (!Print(output)) {
     const Failure unwritten(ExitCode::kBroken, "The answer could not be written to standard output.",
                             "Check where standard output goes.");
     std::fputs(FailureText(unwritten).c_str(), stderr);
     // A closed terminal is what may have interrupted it.
-    if (answer.exitCode != ExitCode::kInterrupted) answer.exitCode = ExitCode::kBroken;
+    if (result.exitCode != ExitCode::kInterrupted) result.exitCode = ExitCode::kBroken;
   }
-  if (answer.failure.has_value() && !json) std::fputs(FailureText(*answer.failure).c_str(), stderr);
-  if (!json && (!quiet || answer.failure.has_value())) std::fputs(answer.notes.c_str(), stderr);
-  return static_cast<int>(answer.exitCode);
+  if (result.failure.has_value() && !json) std::fputs(FailureText(*result.failure).c_str(), stderr);
+  if (!json && (!quiet || result.failure.has_value())) std::fputs(result.notes.c_str(), stderr);
+  return static_cast<int>(result.exitCode);
 }

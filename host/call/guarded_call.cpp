@@ -5,8 +5,9 @@
 #include <future>
 #include <thread>
 
+#include "host/base/json.h"
 #include "host/call/child_process.h"
-#include "host/endpoints/endpoint_choice.h"
+#include "host/call/module_call.h"
 #include "host/endpoints/platform.h"
 
 namespace host {
@@ -37,26 +38,30 @@ std::optional<Failure> FailureOf(const ChildEnd& end, Seconds timeout) {
                  "Check with 'rmthost version' that this is the right module.");
 }
 
+Failure NotUnderstood() {
+  return {ExitCode::kBroken, "The processes of rmthost don't understand each other.",
+          "Try again; if it stays, report it with what was typed."};
+}
+
 CallReport ReportOf(const ChildEnd& end, Seconds timeout) {
   CallReport report;
   report.called = true;
+  report.restored.notNeeded = "the virtual machine ended with the module's process";
   report.failure = FailureOf(end, timeout);
   if (report.failure.has_value()) return report;
-  try {
-    return ReadCallReport(end.output);
-  } catch (const Failure& failure) {
-    report.failure = failure;
-    return report;
-  }
+  const std::optional<CallReport> reported = ReadJson<CallReport>(end.output);
+  if (reported.has_value() && (reported->called || reported->failure.has_value())) return *reported;
+  report.failure = NotUnderstood();
+  return report;
 }
 
 std::vector<Endpoint> SettingsBefore(const CallRequest& request) {
   const Platform platform(request.platform);
-  return TestedEndpoints(ReadEndpoints(), request.test, request.contract);
+  return ReachedEndpoints(ReadEndpoints(), request);
 }
 
-// On a connection of its own: the audio system may have gone and come back. And on a thread of its own: it may hang,
-// and rmthost must not.
+// On a connection of its own, as the audio system may have gone and come back; and on a thread of its own, as the audio
+// system may hang, and rmthost must not.
 Restoration PutBackInTime(const std::string& platform, const std::vector<Endpoint>& saved) {
   std::packaged_task<Restoration()> task([platform, saved] {
     try {
@@ -78,35 +83,26 @@ Restoration PutBackInTime(const std::string& platform, const std::vector<Endpoin
 
 }  // namespace
 
-GuardedCall CallGuarded(const CallRequest& request, Seconds timeout, const Interruption& interruption) {
+CallReport CallGuarded(const CallRequest& request, Seconds timeout, const Interruption& interruption) {
   const bool endsWithProcess = EndsWithProcess(request.platform);
   std::vector<Endpoint> saved;
   if (!endsWithProcess) saved = SettingsBefore(request);
 
-  const ChildEnd end = RunSelf(kModuleProcess, RequestJson(request), timeout, interruption);
-  GuardedCall call{.report = ReportOf(end, timeout), .restoration = {}};
-  if (!call.report.called) throw Failure(*call.report.failure);
-  if (!endsWithProcess) {
-    call.restoration = PutBackInTime(request.platform, saved);
-  } else if (call.report.restoration.has_value()) {
-    call.restoration = *call.report.restoration;
-  } else {
-    call.restoration.notNeeded = "the virtual machine ended with the module's process";
-  }
-  return call;
+  const ChildEnd end =
+      RunSelf(kModuleProcess, TextOf(ModuleRequest{.call = request, .check = {}}), timeout, interruption);
+  CallReport report = ReportOf(end, timeout);
+  if (!report.called) throw Failure(*report.failure);
+  if (!endsWithProcess) report.restored = PutBackInTime(request.platform, saved);
+  return report;
 }
 
-Answer CheckGuarded(const CheckRequest& request, Seconds timeout) {
+CommandResult CheckGuarded(const CheckRequest& request, Seconds timeout) {
   const Interruption interruption;
-  const ChildEnd end = RunSelf(kModuleProcess, RequestJson(request), timeout, interruption);
-  const std::optional<Failure> failure = FailureOf(end, timeout);
-  if (failure.has_value()) throw Failure(*failure);
-  return ReadAnswer(end.output);
-}
-
-Failure NotRestored(const Restoration& restoration) {
-  return {ExitCode::kNotRestored, fmt::format("The settings could not be put back ({}).", RestorationText(restoration)),
-          "Set them by hand in the system's sound settings."};
+  const ChildEnd end =
+      RunSelf(kModuleProcess, TextOf(ModuleRequest{.call = {}, .check = request}), timeout, interruption);
+  if (const std::optional<Failure> failure = FailureOf(end, timeout)) throw Failure(*failure);
+  const std::optional<CommandResult> result = ReadJson<CommandResult>(end.output);
+  return result.has_value() ? *result : throw NotUnderstood();
 }
 
 }  // namespace host

@@ -6,7 +6,6 @@
 #include <memory>
 #include <stdexcept>
 
-#include "host/base/failure.h"
 #include "host/base/system.h"
 #include "text/utf.h"
 
@@ -50,6 +49,11 @@ std::filesystem::path DefaultModuleFile() {
 
 std::filesystem::path LogFile() {
   return LogDirectory() / "ZQRMLOG.LOG";
+}
+
+Failure UnreadableReply() {
+  return {ExitCode::kBroken, "The module's reply isn't a data contract with an outcome.",
+          "Check with 'rmthost version' that this is the right module."};
 }
 
 Module::Module(const std::filesystem::path& file)

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 
+#include "host/base/failure.h"
 #include "host/call/module_loader.h"
 #include "host/contract/contract.h"
 
@@ -14,6 +15,9 @@ std::filesystem::path DefaultModuleFile();
 
 // The module's log file.
 std::filesystem::path LogFile();
+
+// What a module gave isn't a data contract with an outcome.
+Failure UnreadableReply();
 
 // The loaded test module.
 class Module {

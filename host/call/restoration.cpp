@@ -3,11 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <iterator>
 
 #include "host/endpoints/endpoint_volume.h"
-#include "host/report/json_output.h"
-#include "host/report/json_reading.h"
 #include "text/utf.h"
 
 namespace host {
@@ -15,31 +12,19 @@ namespace {
 
 using State = Restoration::State;
 
-const char* StateText(State state) {
-  switch (state) {
-    case State::kYes:
-      return "yes";
-    case State::kNo:
-      return "no";
-    case State::kUnknown:
-      return "unknown";
-    case State::kNotNeeded:
-      break;
-  }
-  return "not needed";
-}
-
 EndpointRestoration Known(const Endpoint& saved) {
   EndpointRestoration known;
   known.id = saved.id;
   known.name = saved.name;
-  if (saved.levels.empty()) {
-    known.unknown.emplace_back("levels");
+  std::vector<std::string> before;
+  if (saved.levels.has_value()) {
+    before.push_back(fmt::format("levels {}", fmt::join(*saved.levels, " ")));
   } else {
-    known.before = fmt::format("levels {}", fmt::join(saved.levels, " "));
+    known.unknown.emplace_back("levels");
   }
   if (!saved.muted.has_value()) known.unknown.emplace_back("mute");
-  if (saved.muted.value_or(false)) known.before += known.before.empty() ? "muted" : ", muted";
+  if (saved.muted.value_or(false)) before.emplace_back("muted");
+  if (!before.empty()) known.before = fmt::format("{}", fmt::join(before, ", "));
   return known;
 }
 
@@ -54,43 +39,34 @@ EndpointRestoration PutBack(const Endpoint& saved) {
   }
   const auto isMuteBack = [&] { return !saved.muted.has_value() || volume->Muted() == saved.muted; };
   // To the last bit: a level that went through the module's floats comes back as it was.
-  const auto areLevelsBack = [&] { return saved.levels.empty() || volume->Levels() == saved.levels; };
+  const auto areLevelsBack = [&] { return !saved.levels.has_value() || volume->Levels() == saved.levels; };
   std::vector<std::string> refused;
   if (!isMuteBack()) (volume->SetMuted(*saved.muted) && isMuteBack() ? done.putBack : refused).emplace_back("mute");
   if (!areLevelsBack()) {
-    (volume->SetLevels(saved.levels) && areLevelsBack() ? done.putBack : refused).emplace_back("levels");
+    (volume->SetLevels(*saved.levels) && areLevelsBack() ? done.putBack : refused).emplace_back("levels");
   }
   if (!refused.empty()) done.error = fmt::format("the audio system doesn't take its {}", fmt::join(refused, " and "));
   return done;
 }
 
-std::string TextsJson(const std::vector<std::string>& texts) {
-  std::vector<std::string> elements;
-  std::transform(texts.begin(), texts.end(), std::back_inserter(elements), JsonString);
-  return JsonArray(elements);
-}
-
-std::vector<std::string> TextsIn(const rapidjson::Value& object, const char* key) {
-  std::vector<std::string> texts;
-  for (const rapidjson::Value& element : ListIn(object, key)) {
-    if (element.IsString()) texts.emplace_back(element.GetString(), element.GetStringLength());
-  }
-  return texts;
-}
-
 }  // namespace
 
+const char* Word(State state) {
+  static constexpr const char* kWords[] = {"yes", "no", "unknown", "not needed"};
+  return kWords[static_cast<std::size_t>(state)];
+}
+
 State Restoration::Summary() const {
-  if (!notNeeded.empty()) return State::kNotNeeded;
+  if (notNeeded.has_value()) return State::kNotNeeded;
   const auto any = [this](auto predicate) { return std::any_of(endpoints.begin(), endpoints.end(), predicate); };
-  if (any([](const EndpointRestoration& endpoint) { return !endpoint.error.empty(); })) return State::kNo;
+  if (any([](const EndpointRestoration& endpoint) { return endpoint.error.has_value(); })) return State::kNo;
   if (any([](const EndpointRestoration& endpoint) { return !endpoint.unknown.empty(); })) return State::kUnknown;
   return State::kYes;
 }
 
 bool Restoration::FoundAllAsBefore() const {
   return std::all_of(endpoints.begin(), endpoints.end(), [](const EndpointRestoration& endpoint) {
-    return endpoint.putBack.empty() && endpoint.unknown.empty() && endpoint.error.empty();
+    return endpoint.putBack.empty() && endpoint.unknown.empty() && !endpoint.error.has_value();
   });
 }
 
@@ -113,45 +89,21 @@ Restoration FailedRestoration(const std::vector<Endpoint>& saved, const std::str
 
 std::string RestorationText(const Restoration& restoration) {
   const State state = restoration.Summary();
-  std::string text = fmt::format("restored: {}", StateText(state));
-  if (state == State::kNotNeeded) text += ", " + restoration.notNeeded;
+  std::string text = fmt::format("restored: {}", Word(state));
+  if (state == State::kNotNeeded) text += ", " + *restoration.notNeeded;
   for (const EndpointRestoration& endpoint : restoration.endpoints) {
     const auto tell = [&](const std::string& what) { text += fmt::format("; '{}': {}", endpoint.name, what); };
-    if (!endpoint.error.empty()) tell(endpoint.error);
-    if (!endpoint.error.empty() && !endpoint.before.empty()) text += ", and it had " + endpoint.before;
+    if (endpoint.error.has_value()) tell(*endpoint.error);
+    if (endpoint.error.has_value() && endpoint.before.has_value()) text += ", and it had " + *endpoint.before;
     if (!endpoint.putBack.empty()) tell(fmt::format("{} put back", fmt::join(endpoint.putBack, " and ")));
     if (!endpoint.unknown.empty()) tell(fmt::format("{} unknown", fmt::join(endpoint.unknown, " and ")));
   }
   return text::Printable(text);
 }
 
-std::string RestorationJson(const Restoration& restoration) {
-  std::vector<std::string> endpoints;
-  for (const EndpointRestoration& endpoint : restoration.endpoints) {
-    endpoints.push_back(JsonObject({{"id", JsonString(endpoint.id)},
-                                    {"name", JsonString(endpoint.name)},
-                                    {"before", JsonTextOrNull(endpoint.before)},
-                                    {"putBack", TextsJson(endpoint.putBack)},
-                                    {"unknown", TextsJson(endpoint.unknown)},
-                                    {"error", JsonTextOrNull(endpoint.error)}}));
-  }
-  return JsonObject({{"state", JsonString(StateText(restoration.Summary()))},
-                     {"notNeeded", JsonTextOrNull(restoration.notNeeded)},
-                     {"endpoints", JsonArray(endpoints)}});
-}
-
-Restoration ReadRestoration(const rapidjson::Value& object) {
-  Restoration restoration;
-  restoration.notNeeded = TextIn(object, "notNeeded");
-  for (const rapidjson::Value& element : ListIn(object, "endpoints")) {
-    restoration.endpoints.push_back({.id = TextIn(element, "id"),
-                                     .name = TextIn(element, "name"),
-                                     .before = TextIn(element, "before"),
-                                     .putBack = TextsIn(element, "putBack"),
-                                     .unknown = TextsIn(element, "unknown"),
-                                     .error = TextIn(element, "error")});
-  }
-  return restoration;
+Failure NotRestored(const Restoration& restoration) {
+  return {ExitCode::kNotRestored, fmt::format("The settings could not be put back ({}).", RestorationText(restoration)),
+          "Set them by hand in the system's sound settings."};
 }
 
 }  // namespace host

@@ -1,10 +1,12 @@
 #pragma once
 
-#include <rapidjson/document.h>
-
+#include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
+#include "host/base/failure.h"
+#include "host/base/member.h"
 #include "host/endpoints/endpoints.h"
 
 namespace host {
@@ -12,23 +14,36 @@ namespace host {
 // What became of the settings, after a test, of one endpoint that it may have changed.
 struct EndpointRestoration {
   std::string id, name;
-  std::string before;                // how it was before the test, as "levels 0.25 0.75, muted"
-  std::vector<std::string> putBack;  // "mute", "levels": what wasn't as before, and is so again
-  std::vector<std::string> unknown;  // "mute", "levels": what couldn't be read before the test
-  std::string error;                 // why it isn't as before; empty when it is, as far as it is known
+  std::optional<std::string> before;  // how it was before the test, as "levels 0.25 0.75, muted"
+  std::vector<std::string> putBack;   // "mute", "levels": what wasn't as before, and is so again
+  std::vector<std::string> unknown;   // "mute", "levels": what couldn't be read before the test
+  std::optional<std::string> error;   // why it isn't as before; nothing when it is, as far as it is known
+
+  static constexpr auto Members() {
+    using E = EndpointRestoration;
+    return std::tuple(Member("id", &E::id), Member("name", &E::name), Member("before", &E::before),
+                      Member("putBack", &E::putBack), Member("unknown", &E::unknown), Member("error", &E::error));
+  }
 };
 
 // The same of all endpoints of a test.
 struct Restoration {
   enum class State { kYes, kNo, kUnknown, kNotNeeded };
 
+  std::optional<std::string> notNeeded;  // why there was nothing to restore; nothing when there was
   std::vector<EndpointRestoration> endpoints;
-  std::string notNeeded;  // why there was nothing to restore; empty when there was
 
   State Summary() const;
   // Whether nothing had to be put back, and nothing is unknown.
   bool FoundAllAsBefore() const;
+
+  static constexpr auto Members() {
+    return std::tuple(Member("notNeeded", &Restoration::notNeeded), Member("endpoints", &Restoration::endpoints));
+  }
 };
+
+// "yes", "no", "unknown" or "not needed".
+const char* Word(Restoration::State state);
 
 // Puts the mute state and the levels of endpoints back to what they are in `saved`, where they differ, and reads them
 // back. The thread must be on the platform.
@@ -40,8 +55,7 @@ Restoration FailedRestoration(const std::vector<Endpoint>& saved, const std::str
 // A line for a person, without its end, as "restored: yes".
 std::string RestorationText(const Restoration& restoration);
 
-// A JSON object (json_output.h), and what it says.
-std::string RestorationJson(const Restoration& restoration);
-Restoration ReadRestoration(const rapidjson::Value& object);
+// What to end with when the settings are not back, although the module told an outcome.
+Failure NotRestored(const Restoration& restoration);
 
 }  // namespace host

@@ -1,16 +1,13 @@
 #include <fmt/format.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 #include <algorithm>
 
+#include "host/call/dry_run.h"
 #include "host/call/guarded_call.h"
 #include "host/commands/commands.h"
-#include "host/commands/test_report.h"
+#include "host/commands/guarded_run.h"
 #include "host/contract/contract_comparison.h"
 #include "host/contract/contract_file.h"
-#include "host/listening/passage.h"
-#include "host/report/json_output.h"
 #include "text/utf.h"
 
 namespace host {
@@ -35,19 +32,15 @@ constexpr Group kGroups[] = {
 };
 
 // An object or array without what is in it: its nesting can be of any depth.
-std::string ValueJson(const rapidjson::Value& value) {
-  if (value.IsObject()) return "{}";
-  if (value.IsArray()) return "[]";
-  rapidjson::StringBuffer buffer;
-  rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-  value.Accept(writer);
-  return buffer.GetString();
+Json Shown(const Json& value) {
+  if (value.is_object()) return Json::object();
+  return value.is_array() ? Json::array() : value;
 }
 
-std::string ValueText(const rapidjson::Value& value) {
-  if (value.IsObject()) return value.ObjectEmpty() ? "{}" : "{...}";
-  if (value.IsArray()) return value.Empty() ? "[]" : "[...]";
-  return text::Shortened(ValueJson(value), kLongestValue);
+std::string ValueText(const Json& value) {
+  if (value.is_object()) return value.empty() ? "{}" : "{...}";
+  if (value.is_array()) return value.empty() ? "[]" : "[...]";
+  return text::Shortened(TextOf(value), kLongestValue);
 }
 
 std::string Line(const Finding& finding) {
@@ -73,31 +66,34 @@ std::string Text(const Findings& findings, bool all) {
   return text;
 }
 
-std::string FindingJson(const Finding& finding) {
-  JsonMembers members = {{"path", JsonString(finding.path)}};
-  if (finding.sent != nullptr) members.emplace_back("before", ValueJson(*finding.sent));
-  if (finding.received != nullptr) members.emplace_back("after", ValueJson(*finding.received));
-  return JsonObject(members);
+Json FindingJson(const Finding& finding) {
+  Json json = {{"path", finding.path}};
+  if (finding.sent != nullptr) json["before"] = Shown(*finding.sent);
+  if (finding.received != nullptr) json["after"] = Shown(*finding.received);
+  return json;
 }
 
-std::string Result(const Findings& findings) {
-  JsonMembers members;
+std::string FindingsJson(const Findings& findings) {
+  Json json;
   for (const Group& group : kGroups) {
-    std::vector<std::string> list;
+    Json& list = json[group.key] = Json::array();
     for (const Finding& finding : findings.*group.list) list.push_back(FindingJson(finding));
-    members.emplace_back(group.key, JsonArray(list));
   }
-  return JsonObject(members);
+  return TextOf(json);
+}
+
+// Throws Failure.
+Findings FindingsOf(const ParsedContract& contract, const ParsedContract& reply, const Module& module) {
+  ModuleDefaults defaults(module);
+  return CompareContracts(contract.Root(), reply.Root(),
+                          [&](const Json& value, const ContractPath& path) { return defaults.Gives(value, path); });
 }
 
 }  // namespace
 
-Answer CheckContract(const Options& options) {
-  std::string text = ReadContract(options.contract);
-  if (const std::optional<JsonFault> fault = FindJsonFault(text)) {
-    throw NotJson(options.contract, *fault, "Correct it there.");
-  }
-  const ParsedContract contract(std::move(text));
+CommandResult CheckContract(const Options& options) {
+  const ParsedContract contract(ReadContract(options.contract));
+  if (contract.Fault().has_value()) throw NotJson(options.contract, *contract.Fault(), "Correct it there.");
   if (contract.CoreData() == nullptr) {
     throw Failure(ExitCode::kBadInput,
                   fmt::format("'{}' is no contract: its root holds no object CoreData.", options.contract),
@@ -107,20 +103,21 @@ Answer CheckContract(const Options& options) {
                       std::chrono::duration<double>(options.timeout));
 }
 
-Answer CheckInProcess(const CheckRequest& request) {
-  const ParsedContract contract(request.contract);
-  const Module module(text::PathFromUtf8(request.module));
-  const ParsedContract reply = PassThrough(module, contract);
-  ModuleDefaults defaults(module);
-  const Findings findings = CompareContracts(
-      contract.Root(), reply.Root(),
-      [&](const rapidjson::Value& value, const ContractPath& path) { return defaults.Gives(value, path); });
-
-  Answer answer;
-  answer.exitCode = findings.HasOnlyDefaults() ? ExitCode::kPass : ExitCode::kFail;
-  answer.text = Text(findings, request.all);
-  answer.result = Result(findings);
-  return answer;
+CommandResult CheckHere(const CheckRequest& request) {
+  CommandResult result;
+  try {
+    const ParsedContract contract(request.contract);
+    const Module module(text::PathFromUtf8(request.module));
+    const ParsedContract reply = DryRun(module, contract);
+    const Findings findings = FindingsOf(contract, reply, module);
+    result.exitCode = findings.HasOnlyDefaults() ? ExitCode::kPass : ExitCode::kFail;
+    result.text = Text(findings, request.all);
+    result.json = FindingsJson(findings);
+  } catch (const Failure& failure) {
+    result.exitCode = failure.exitCode;
+    result.failure = failure;
+  }
+  return result;
 }
 
 }  // namespace host

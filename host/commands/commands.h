@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "host/base/answer.h"
+#include "host/base/command_result.h"
 #include "host/base/text_output.h"
 #include "host/call/guarded_call.h"
 #include "host/contract/contract.h"
@@ -17,7 +17,6 @@ struct Options {
 
   Command command = Command::kList;
   Test test = Test::kPlay;              // play, record, repeat, run
-  std::string names;                    // list: "render" or "capture": just these, for a shell; else empty
   std::optional<std::string> endpoint;  // play, record, repeat: the endpoint under test
   std::optional<std::string> render;    // record: the endpoint that the tone is played on
   Limits limits;                        // record: as given
@@ -36,16 +35,20 @@ struct Options {
   bool verbose = false;
 };
 
-// Each carries its command out and gives its answer, the text in `style`. Failure is thrown.
-Answer ListEndpoints(const Options& options);
-Answer TestEndpoints(const Options& options, const Style& style);
-Answer RepeatTest(const Options& options, const Style& style);
-Answer RunContract(const Options& options, const Style& style);
-Answer CheckContract(const Options& options);
-Answer ShowVersion(const Options& options);
-Answer ShowCompletion(const Options& options);
+// Each carries its command out, the text in `style`. Throws Failure.
+CommandResult ListEndpoints(const Options& options);
+CommandResult PlayOrRecord(const Options& options, const Style& style);
+CommandResult RepeatRuns(const Options& options, const Style& style);
+CommandResult RunContract(const Options& options, const Style& style);
+CommandResult CheckContract(const Options& options);
+CommandResult ShowVersion(const Options& options);
 
-// The part of CheckContract that calls the module. The request's contract must have an object CoreData.
-Answer CheckInProcess(const CheckRequest& request);
+// The part of CheckContract that calls the module, in this process. The request's contract must have an object
+// CoreData. All failures are in the result.
+CommandResult CheckHere(const CheckRequest& request);
+
+// The child's side of module_messages.h: carries out the request on standard input and reports. Returns the exit code
+// of the process, 0 when there is a report.
+int ServeModuleRequest();
 
 }  // namespace host

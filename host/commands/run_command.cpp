@@ -1,45 +1,40 @@
 #include "host/commands/commands.h"
-#include "host/commands/test_report.h"
+#include "host/commands/guarded_run.h"
 #include "host/contract/contract_file.h"
-#include "host/report/json_output.h"
+#include "host/report/run_json.h"
+#include "host/report/run_text.h"
 
 namespace host {
 
-Answer RunContract(const Options& options, const Style& style) {
+CommandResult RunContract(const Options& options, const Style& style) {
   const std::string contract = ReadContract(options.contract);
   const PlatformChoice platform = ChosenPlatform(options);
   const Interruption interruption;
-  const TestCall call =
-      CallModule({.platform = platform.used,
-                  .module = ModuleFile(options),
-                  .test = options.test,
-                  .contract = contract,
-                  .listenTo = ""},
-                 options, interruption, {.label = options.test == Test::kPlay ? "playing" : "recording"});
+  RunRecord run;
+  run.test = options.test;
+  RunModule({.platform = platform.used,
+             .module = ModuleFile(options),
+             .test = options.test,
+             .contract = contract,
+             .listenTo = {}},
+            options, interruption, {.label = options.test == Test::kPlay ? "playing" : "recording"}, run);
 
-  Answer answer;
-  const CallReport& report = call.guarded.report;
-  if (report.reply.has_value()) answer.text = *report.reply + (style.terminal ? "\n" : "");
-  const bool passed = call.outcome.has_value() && Passed(options.test, *call.outcome);
-  Conclude(answer, call, passed ? ExitCode::kPass : ExitCode::kFail);
-  JsonMembers members = PlatformMembers(platform);
-  members.emplace_back("test", JsonString(TestWord(options.test)));
-  if (call.outcome.has_value()) Append(members, OutcomeMembers(options.test, *call.outcome));
-  Append(members, CallMembers(call, options));
-  Append(members, ReplyMembers(call));
-  answer.result = JsonObject(members);
-  answer.notes += LogText(call, options);
+  CommandResult result;
+  if (run.call.reply.has_value()) result.text = *run.call.reply + (style.terminal ? "\n" : "");
+  Conclude(run, result);
+  result.json = ContractRunJson(platform, run);
+  result.notes += LogText(run);
   // The reply is alone on standard output, so there is nothing to say when all is as it was.
-  const Restoration& restoration = call.guarded.restoration;
-  if (call.failure.has_value() || !restoration.FoundAllAsBefore()) answer.notes += RestorationText(restoration) + "\n";
+  const Restoration& restored = run.call.restored;
+  if (run.failure.has_value() || !restored.FoundAllAsBefore()) result.notes += RestorationText(restored) + "\n";
   // The module answers any text; what is wrong with this one, only the host says.
-  const std::optional<JsonFault> fault = FindJsonFault(contract);
-  if (fault.has_value() && report.reply.has_value() && answer.exitCode != ExitCode::kNotRestored) {
-    answer.failure = NotJson(options.contract, *fault,
+  const std::optional<JsonFault> fault = ParsedContract(contract).Fault();
+  if (fault.has_value() && run.call.reply.has_value() && result.exitCode != ExitCode::kNotRestored) {
+    result.failure = NotJson(options.contract, *fault,
                              "Correct it there; the module's answer to it as it is was given all the same.");
-    answer.exitCode = answer.failure->exitCode;
+    result.exitCode = result.failure->exitCode;
   }
-  return answer;
+  return result;
 }
 
 }  // namespace host

@@ -1,20 +1,28 @@
 #pragma once
 
-#include <cstddef>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace host {
 
 enum class Test { kPlay, kRecord };
 
 // "play" or "record".
-const char* TestWord(Test test);
+const char* Word(Test test);
+void from_json(const nlohmann::ordered_json& json, Test& test);
 
-// The data contract, as a JSON text, for a test of the endpoint with the id `deviceId`. `renderId` is the endpoint that
-// the record test plays the tone on; with an empty one it listens for three seconds. The playback test ignores it.
-std::string BuildContract(Test test, const std::string& deviceId, const std::string& renderId);
+// The ids of endpoints as a contract names them; empty when it names none.
+struct ContractEndpoints {
+  std::string capture, render;
+};
+
+// The endpoints that the module uses, and whose settings it changes, in a test with this contract. Without a render
+// endpoint the record test listens for three seconds.
+ContractEndpoints EndpointsNamedIn(Test test, const std::string& contract);
+
+// The data contract, as a JSON text, for a test of these endpoints.
+std::string BuildContract(Test test, const ContractEndpoints& endpoints);
 
 // What the host learns from a reply.
 struct Outcome {
@@ -24,20 +32,11 @@ struct Outcome {
 };
 
 // Nothing when `reply` isn't JSON or holds no outcome.
-std::optional<Outcome> ReadReply(std::string_view reply);
+std::optional<Outcome> ReadOutcome(const std::string& reply);
 
 bool Passed(Test test, const Outcome& outcome);
 
 // What a person can do about an outcome that isn't a pass, in a sentence or two.
 std::string AdviceFor(const Outcome& outcome);
-
-// Where and why a text stops being JSON with values that the module can take. Lines and columns count from 1, columns
-// in characters.
-struct JsonFault {
-  std::size_t line, column;
-  std::string reason;
-};
-// `text` must be valid UTF-8 without a NUL.
-std::optional<JsonFault> FindJsonFault(std::string_view text);
 
 }  // namespace host

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "host/base/failure.h"
-#include "host/contract/contract.h"
+#include "host/contract/parsed_contract.h"
 
 namespace host {
 

@@ -1,51 +1,56 @@
 #pragma once
 
-#include <rapidjson/document.h>
-
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "host/base/json.h"
 
 namespace host {
 
-// A number is taken as the text of it. Turning it into a double by itself, the parser reads out of bounds for some that
-// are very long or very small, and at its normal precision isn't exact. The depth of a text that isn't ours must not
-// become the depth of the stack.
-inline constexpr unsigned kParseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+// Where and why a text stops being JSON with values that the module can take. Lines and columns count from 1, columns
+// in characters.
+struct JsonFault {
+  std::size_t line, column;
+  std::string reason;
+};
 
 // The first member called `key`, which is the one that the module reads too. Null when there is none, or when `object`
 // is null or no object.
-const rapidjson::Value* FindMember(const rapidjson::Value* object, std::string_view key);
+const Json* FindMember(const Json* object, std::string_view key);
+Json* FindMember(Json* object, std::string_view key);
 
-// The text of a contract, or of a reply, together with its tree. Doubled members are all in the tree, in their order,
-// and each number is the one that the text means, or infinite when that is too big.
+// Nothing when `value` is null, or no integer of 32 bits.
+std::optional<int> IntIn(const Json* value);
+
+// The text of a contract, or of a reply, together with its tree. Doubled members are all in the tree, in their order.
+// Numbers without fraction and exponent are integers as far as 64 bits hold them; zero and above are always unsigned.
 class ParsedContract {
  public:
-  // `text` must be valid UTF-8 without a NUL.
+  // `text` must be valid UTF-8 without a NUL. Its nesting may be of any depth.
   explicit ParsedContract(std::string text);
 
-  // Whether the text is JSON; without that the root is null.
-  bool IsJson() const { return isJson_; }
+  // Nothing when the text is JSON; otherwise the root is null.
+  const std::optional<JsonFault>& Fault() const { return fault_; }
   const std::string& Text() const { return text_; }
-  rapidjson::Document& Root() { return tree_; }
-  const rapidjson::Document& Root() const { return tree_; }
+  Json& Root() { return root_; }
+  const Json& Root() const { return root_; }
   // Null when the root holds no object of that name.
-  const rapidjson::Value* CoreData() const;
+  const Json* CoreData() const;
 
-  // The text with `member`, key and value, in front of the members of `object`: of doubled keys the module takes the
-  // first. `object` must be of this tree, and not empty.
-  std::string With(std::string_view member, const rapidjson::Value& object) const;
+  // The text with `member`, key and value, in front of the members of CoreData, or of DeviceInfo in it: of doubled keys
+  // the module takes the first. That record must be there, and not empty.
+  std::string WithInCoreData(std::string_view member) const { return With(member, coreDataMembers_); }
+  std::string WithInDeviceInfo(std::string_view member) const { return With(member, deviceInfoMembers_); }
 
  private:
-  struct Tree : rapidjson::Document {
-    // Called by the parser.
-    bool RawNumber(const char* text, rapidjson::SizeType length, bool copy);
-  };
+  std::string With(std::string_view member, std::size_t place) const;
 
   std::string text_;
-  std::vector<char> parsed_;  // the text again: the tree's strings lie in it, unescaped where they stood
-  Tree tree_;
-  bool isJson_ = false;
+  Json root_;
+  std::optional<JsonFault> fault_;
+  std::size_t coreDataMembers_ = 0, deviceInfoMembers_ = 0;  // where they begin in the text, in bytes
 };
 
 }  // namespace host

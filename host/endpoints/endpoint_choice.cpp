@@ -3,12 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <iterator>
+#include <utility>
 
 #include "host/base/failure.h"
-#include "host/contract/parsed_contract.h"
-#include "host/report/json_reading.h"
 #include "text/utf.h"
 
 namespace host {
@@ -44,30 +42,46 @@ Matches BestMatches(const Matches& endpoints, const std::string& name) {
   return found;
 }
 
-[[noreturn]] void RefuseInactive(const Endpoint& endpoint) {
-  switch (endpoint.state) {
-    case EndpointState::kDisabled:
-      throw Failure(ExitCode::kNoEndpoint, fmt::format("The endpoint '{}' is disabled.", endpoint.name),
-                    "Enable it in the system's sound settings, or choose another: 'rmthost list' shows the endpoints.");
-    case EndpointState::kUnplugged:
-      throw Failure(ExitCode::kNoEndpoint, fmt::format("The endpoint '{}' is unplugged.", endpoint.name),
-                    "Plug it in, or choose another: 'rmthost list' shows the endpoints.");
-    default:
-      throw Failure(ExitCode::kNoEndpoint, fmt::format("The endpoint '{}' is not present.", endpoint.name),
-                    "Connect its device, or choose another: 'rmthost list' shows the endpoints.");
-  }
+Failure Inactive(const Endpoint& endpoint) {
+  const auto [state, remedy] =
+      endpoint.state == EndpointState::kDisabled    ? std::pair("disabled", "Enable it in the system's sound settings")
+      : endpoint.state == EndpointState::kUnplugged ? std::pair("unplugged", "Plug it in")
+                                                    : std::pair("not present", "Connect its device");
+  return {ExitCode::kNoEndpoint, fmt::format("The endpoint '{}' is {}.", endpoint.name, state),
+          fmt::format("{}, or choose another: {}", remedy, kListAdvice)};
 }
 
-[[noreturn]] void RefuseAmbiguous(const std::string& name, Flow flow, const Matches& matches) {
+Failure Ambiguous(const std::string& name, Flow flow, const Matches& matches) {
   std::vector<Candidate> candidates;
   for (const Endpoint* match : matches) candidates.push_back({match->name, match->id});
-  throw Failure(ExitCode::kNoEndpoint,
-                fmt::format("'{}' can mean any of {} {} endpoints:", name, matches.size(), FlowWord(flow)),
-                "Name one of them by its id.", std::move(candidates));
+  return {ExitCode::kNoEndpoint, fmt::format("'{}' can mean any of {} {} endpoints:", name, matches.size(), Word(flow)),
+          "Name one of them by its id.", std::move(candidates)};
 }
 
-// That can be another endpoint than the one with exactly this id, and the module's answer would then be about the wrong
-// one.
+Matches NamedEndpoints(const Matches& all, const Matches& sameFlow, Flow flow, const std::string& name) {
+  if (name.empty()) {
+    throw Failure(ExitCode::kBadInput, fmt::format("The name of the {} endpoint is empty.", Word(flow)), kListAdvice);
+  }
+  Matches matches = BestMatches(sameFlow, name);
+  if (!matches.empty()) return matches;
+  const Matches others = BestMatches(all, name);
+  if (others.empty()) {
+    throw Failure(ExitCode::kNoEndpoint, fmt::format("No endpoint is called '{}'.", name), kListAdvice);
+  }
+  throw Failure(ExitCode::kNoEndpoint,
+                fmt::format("'{}' is no {} endpoint: '{}' is a {} endpoint.", name, Word(flow), others.front()->name,
+                            Word(others.front()->flow)),
+                kListAdvice);
+}
+
+Matches DefaultEndpoint(const Matches& sameFlow, Flow flow) {
+  Matches matches = Where(sameFlow, [](const Endpoint* e) { return IsDefaultFor(*e, "console"); });
+  if (!matches.empty()) return matches;
+  throw Failure(ExitCode::kNoEndpoint, fmt::format("This system has no default {} endpoint.", Word(flow)),
+                fmt::format("Name the endpoint: {}", kListAdvice));
+}
+
+// The module looks an id up its own way, and would silently test another endpoint than the one that was chosen.
 void RequireReachable(const std::vector<Endpoint>& endpoints, const Endpoint& chosen) {
   const Endpoint* reached = ReachedEndpoint(endpoints, chosen.flow, chosen.id);
   if (reached == &chosen) return;
@@ -81,38 +95,15 @@ void RequireReachable(const std::vector<Endpoint>& endpoints, const Endpoint& ch
 
 const Endpoint& ChooseEndpoint(const std::vector<Endpoint>& endpoints, Flow flow,
                                const std::optional<std::string>& name) {
-  if (name.has_value() && name->empty()) {
-    throw Failure(ExitCode::kBadInput, fmt::format("The name of the {} endpoint is empty.", FlowWord(flow)),
-                  kListAdvice);
-  }
   Matches all;
   for (const Endpoint& endpoint : endpoints) all.push_back(&endpoint);
   const Matches sameFlow = Where(all, [&](const Endpoint* e) { return e->flow == flow; });
-
-  Matches matches;
-  if (name.has_value()) {
-    matches = BestMatches(sameFlow, *name);
-    if (matches.empty()) {
-      const Matches others = BestMatches(all, *name);
-      throw Failure(ExitCode::kNoEndpoint,
-                    others.empty() ? fmt::format("No endpoint is called '{}'.", *name)
-                                   : fmt::format("'{}' is no {} endpoint: '{}' is a {} endpoint.", *name,
-                                                 FlowWord(flow), others.front()->name, FlowWord(others.front()->flow)),
-                    kListAdvice);
-    }
-  } else {
-    matches = Where(sameFlow, [](const Endpoint* e) {
-      return std::find(e->defaultFor.begin(), e->defaultFor.end(), "console") != e->defaultFor.end();
-    });
-    if (matches.empty()) {
-      throw Failure(ExitCode::kNoEndpoint, fmt::format("This system has no default {} endpoint.", FlowWord(flow)),
-                    "Name the endpoint: 'rmthost list' shows the endpoints.");
-    }
-  }
+  const Matches matches =
+      name.has_value() ? NamedEndpoints(all, sameFlow, flow, *name) : DefaultEndpoint(sameFlow, flow);
   const Matches active = Where(matches, IsActive);
-  if (active.size() > 1) RefuseAmbiguous(*name, flow, active);
-  if (active.empty() && matches.size() > 1) RefuseAmbiguous(*name, flow, matches);
-  if (active.empty()) RefuseInactive(*matches.front());
+  if (active.size() > 1) throw Ambiguous(*name, flow, active);
+  if (active.empty() && matches.size() > 1) throw Ambiguous(*name, flow, matches);
+  if (active.empty()) throw Inactive(*matches.front());
   RequireReachable(endpoints, *active.front());
   return *active.front();
 }
@@ -122,19 +113,6 @@ const Endpoint* ReachedEndpoint(const std::vector<Endpoint>& endpoints, Flow flo
     return endpoint.flow == flow && IsActive(&endpoint) && Holds(wanted, text::LowerAscii(endpoint.id));
   });
   return reached != endpoints.end() ? &*reached : nullptr;
-}
-
-std::vector<Endpoint> TestedEndpoints(const std::vector<Endpoint>& endpoints, Test test, const std::string& contract) {
-  const ParsedContract parsed(contract);
-  const rapidjson::Value* device = FindMember(parsed.CoreData(), "DeviceInfo");
-  std::vector<Endpoint> tested;
-  const auto add = [&](Flow flow, const rapidjson::Value* object, const char* key) {
-    const Endpoint* reached = object != nullptr ? ReachedEndpoint(endpoints, flow, TextIn(*object, key)) : nullptr;
-    if (reached != nullptr) tested.push_back(*reached);
-  };
-  add(test == Test::kPlay ? Flow::kRender : Flow::kCapture, device, "DeviceInstanceID");
-  if (test == Test::kRecord) add(Flow::kRender, FindMember(device, "AudioData"), "targetDevice");
-  return tested;
 }
 
 }  // namespace host

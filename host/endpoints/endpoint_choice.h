@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "host/contract/contract.h"
 #include "host/endpoints/endpoints.h"
 
 namespace host {
@@ -18,8 +17,5 @@ const Endpoint& ChooseEndpoint(const std::vector<Endpoint>& endpoints, Flow flow
 // The endpoint that the module takes for the id `wanted`: the first active one of `flow` whose whole id occurs in it,
 // in any case of A to Z. Null when there is none.
 const Endpoint* ReachedEndpoint(const std::vector<Endpoint>& endpoints, Flow flow, const std::string& wanted);
-
-// The endpoints whose settings the module changes for the length of a test with this contract.
-std::vector<Endpoint> TestedEndpoints(const std::vector<Endpoint>& endpoints, Test test, const std::string& contract);
 
 }  // namespace host

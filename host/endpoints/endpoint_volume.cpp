@@ -1,7 +1,6 @@
 #include "host/endpoints/endpoint_volume.h"
 
-#include "platform/com_memory.h"
-#include "text/utf.h"
+#include "host/endpoints/device_properties.h"
 
 namespace host {
 
@@ -23,10 +22,9 @@ std::optional<EndpointVolume> EndpointVolume::Of(Flow flow, const std::string& i
   }
   for (UINT index = 0; index < count; ++index) {
     ComPtr<IMMDevice> device;
-    LPWSTR text = nullptr;
-    if (FAILED(devices->Item(index, device.Receive())) || FAILED(device->GetId(&text))) continue;
-    const CoTaskMemory<WCHAR> owned(text);
-    if (text::ToUtf8(core_audio::TextFrom(text)) == id) return EndpointVolume(*device.Get());
+    std::string found;
+    if (FAILED(devices->Item(index, device.Receive())) || FAILED(ReadDeviceId(*device.Get(), found))) continue;
+    if (found == id) return EndpointVolume(*device.Get());
   }
   return std::nullopt;
 }
@@ -37,12 +35,12 @@ std::optional<bool> EndpointVolume::Muted() const {
   return muted != FALSE;
 }
 
-std::vector<float> EndpointVolume::Levels() const {
+std::optional<std::vector<float>> EndpointVolume::Levels() const {
   UINT channels = 0;
-  if (!volume_ || FAILED(volume_->GetChannelCount(&channels))) return {};
+  if (!volume_ || FAILED(volume_->GetChannelCount(&channels)) || channels == 0) return std::nullopt;
   std::vector<float> levels(channels);
   for (UINT channel = 0; channel < channels; ++channel) {
-    if (FAILED(volume_->GetChannelVolumeLevelScalar(channel, &levels[channel]))) return {};
+    if (FAILED(volume_->GetChannelVolumeLevelScalar(channel, &levels[channel]))) return std::nullopt;
   }
   return levels;
 }

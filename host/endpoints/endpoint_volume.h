@@ -20,8 +20,8 @@ class EndpointVolume {
 
   // Nothing when the system doesn't tell.
   std::optional<bool> Muted() const;
-  // Scalars, one a channel. Empty when the system doesn't tell all of them.
-  std::vector<float> Levels() const;
+  // Scalars, one a channel. Nothing when there is no channel, or the system doesn't tell all of them.
+  std::optional<std::vector<float>> Levels() const;
 
   // Whether the system took it.
   bool SetMuted(bool muted) const;

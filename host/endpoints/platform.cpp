@@ -12,11 +12,11 @@ bool EndsWithProcess(const std::string& description) {
 }
 
 PlatformChoice ChoosePlatform(const std::string& asked) {
-  if (asked != "auto") return {.asked = asked, .used = asked, .note = ""};
+  if (asked != "auto") return {.asked = asked, .used = asked, .note = {}};
   try {
     const Platform system(kSystemPlatform);
     ReadEndpoints();
-    return {.asked = asked, .used = kSystemPlatform, .note = ""};
+    return {.asked = asked, .used = kSystemPlatform, .note = {}};
   } catch (const Failure& failure) {
     return {.asked = asked,
             .used = "virtual",

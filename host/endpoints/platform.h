@@ -1,6 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <tuple>
+
+#include "host/base/member.h"
 
 namespace host {
 
@@ -26,9 +30,14 @@ bool EndsWithProcess(const std::string& description);
 
 // The platform that a command uses.
 struct PlatformChoice {
-  std::string asked;  // as --platform was given
-  std::string used;   // the same, but never "auto"
-  std::string note;   // for a person: why it isn't the system's sound, when that was looked for; else empty
+  std::string asked;                // as --platform was given
+  std::string used;                 // the same, but never "auto"
+  std::optional<std::string> note;  // for a person: why it isn't the system's sound, when that was looked for
+
+  static constexpr auto Members() {
+    return std::tuple(Member("platform", &PlatformChoice::used), Member("platformAsked", &PlatformChoice::asked),
+                      Member("platformNote", &PlatformChoice::note));
+  }
 };
 
 // For "auto" the system's sound, if that answers, else the virtual machine; any other as it is, tried or not.

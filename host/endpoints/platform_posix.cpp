@@ -11,10 +11,8 @@ namespace host {
 const char* const kSystemPlatform = "pulse";
 const char* const kPlatformHelp =
     "'pulse' for the sound server, PulseAudio or PipeWire, 'pulse:SERVER' for the one at that address, 'virtual' for "
-    "the "
-    "built-in virtual machine, 'virtual:FILE' for the one described in FILE, or 'auto' for 'pulse' if that answers, "
-    "else "
-    "'virtual'";
+    "the built-in virtual machine, 'virtual:FILE' for the one described in FILE, or 'auto' for 'pulse' if that answers, "
+    "else 'virtual'";
 
 Platform::Platform(const std::string& description) {
   const std::int32_t status = AudioPlatformInitialize(description.c_str());

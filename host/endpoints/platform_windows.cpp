@@ -10,8 +10,7 @@ namespace host {
 const char* const kSystemPlatform = "coreaudio";
 const char* const kPlatformHelp =
     "'coreaudio' for the system's sound, 'virtual' for the built-in virtual machine, 'virtual:FILE' for the one "
-    "described "
-    "in FILE, or 'auto' for 'coreaudio' if that answers, else 'virtual'";
+    "described in FILE, or 'auto' for 'coreaudio' if that answers, else 'virtual'";
 
 Platform::Platform(const std::string& description) {
   const HRESULT status = CoInitializeEx(nullptr, COINIT_MULTITHREADED);

@@ -2,10 +2,11 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <cmath>
-#include <cstring>
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
 
+#include "host/endpoints/device_properties.h"
 #include "platform/com_memory.h"
 #include "text/utf.h"
 
@@ -14,140 +15,98 @@ namespace {
 
 constexpr REFERENCE_TIME kSecond = 10'000'000;
 
-std::string Refusal(const char* operation, HRESULT status) {
-  return fmt::format("The endpoint can't be listened to along with the module: {} gave 0x{:08X}.", operation,
-                     static_cast<std::uint32_t>(status));
+std::runtime_error Refusal(const std::string& reason) {
+  return std::runtime_error("The endpoint can't be listened to along with the module: " + reason + ".");
 }
 
-// A wave format with its extension, in memory of its own. Empty when `bytes` are too few.
-std::vector<BYTE> CopyOf(const BYTE* bytes, std::size_t size) {
-  WAVEFORMATEX header;
-  if (bytes == nullptr || size < sizeof header) return {};
-  std::memcpy(&header, bytes, sizeof header);
-  const std::size_t whole = sizeof header + header.cbSize;
-  return size < whole ? std::vector<BYTE>() : std::vector<BYTE>(bytes, bytes + whole);
+void Require(HRESULT status, const char* operation) {
+  if (SUCCEEDED(status)) return;
+  throw Refusal(fmt::format("{} gave 0x{:08X}", operation, static_cast<std::uint32_t>(status)));
 }
 
-std::vector<BYTE> DeviceFormatOf(IMMDevice& device) {
-  ComPtr<IPropertyStore> store;
-  if (FAILED(device.OpenPropertyStore(STGM_READ, store.Receive()))) return {};
-  PROPVARIANT value;
-  PropVariantInit(&value);
-  std::vector<BYTE> format;
-  if (SUCCEEDED(store->GetValue(PKEY_AudioEngine_DeviceFormat, &value)) && value.vt == VT_BLOB) {
-    format = CopyOf(value.blob.pBlobData, value.blob.cbSize);
-  }
-  PropVariantClear(&value);
-  return format;
-}
-
-const WAVEFORMATEX* WaveFormat(const std::vector<BYTE>& bytes) {
-  return reinterpret_cast<const WAVEFORMATEX*>(bytes.data());
-}
-
-// The samples of the channel with the largest peak. A mean over the channels could cancel what they carry.
-std::vector<float> LoudestChannel(const std::vector<BYTE>& frames, const ListenerFormat& format) {
-  std::vector<float> loudest, samples(frames.size() / format.FrameBytes());
-  float largestPeak = -1.0F;
-  for (std::size_t channel = 0; channel < format.channels; ++channel) {
-    float peak = 0.0F;
-    const BYTE* bytes = frames.data() + channel * format.sampleBytes;
-    for (float& sample : samples) {
-      sample = format.Read(bytes);
-      peak = std::max(peak, std::abs(sample));
-      bytes += format.FrameBytes();
+void Append(const BYTE* frames, UINT32 count, const platform::SampleFormat& format, Recording& recording) {
+  for (std::size_t channel = 0; channel < recording.channels.size(); ++channel) {
+    const BYTE* sample = frames + channel * format.SampleBytes();
+    for (UINT32 frame = 0; frame < count; ++frame, sample += format.FrameBytes()) {
+      recording.channels[channel].push_back(static_cast<float>(format.Read(sample)));
     }
-    if (peak <= largestPeak) continue;
-    largestPeak = peak;
-    loudest.swap(samples);
-    samples.resize(loudest.size());
   }
-  return loudest;
 }
 
 }  // namespace
 
 Listener::Listener(const std::string& captureId) {
   ComPtr<IMMDeviceEnumerator> enumerator;
-  HRESULT status = CoCreateInstance(core_audio::EnumeratorClass(), nullptr, CLSCTX_ALL,
-                                    core_audio::InterfaceId<IMMDeviceEnumerator>(), enumerator.ReceiveAny());
-  if (FAILED(status)) {
-    trouble_ = Refusal("CoCreateInstance", status);
-    return;
-  }
+  Require(CoCreateInstance(core_audio::EnumeratorClass(), nullptr, CLSCTX_ALL,
+                           core_audio::InterfaceId<IMMDeviceEnumerator>(), enumerator.ReceiveAny()),
+          "CoCreateInstance");
   const std::u16string text = text::ToUtf16(captureId);
   const std::basic_string<WCHAR> id(text.begin(), text.end());
   ComPtr<IMMDevice> device;
-  status = enumerator->GetDevice(id.c_str(), device.Receive());
-  trouble_ = FAILED(status) ? Refusal("IMMDeviceEnumerator::GetDevice", status) : Open(*device.Get());
-  if (trouble_.empty()) return;
-  service_.Reset();
-  client_.Reset();
+  Require(enumerator->GetDevice(id.c_str(), device.Receive()), "IMMDeviceEnumerator::GetDevice");
+  Open(*device.Get());
 }
 
-std::string Listener::Open(IMMDevice& device) {
-  std::vector<BYTE> wanted = DeviceFormatOf(device);
-  if (wanted.empty()) return "The endpoint can't be listened to along with the module: it names no format.";
+void Listener::Open(IMMDevice& device) {
+  std::optional<platform::SampleFormat> format = DeviceProperties(device).Format();
+  if (!format.has_value()) throw Refusal("it names no format that is known");
   HRESULT status = S_OK;
   // The module's contract needs about a second with a tone, and three without.
   for (const REFERENCE_TIME duration : {10 * kSecond, 4 * kSecond, 2 * kSecond}) {
     // A client whose initialisation failed is of no further use.
     client_.Reset();
-    status = device.Activate(core_audio::InterfaceId<IAudioClient>(), CLSCTX_ALL, nullptr, client_.ReceiveAny());
-    if (FAILED(status)) return Refusal("IMMDevice::Activate", status);
+    Require(device.Activate(core_audio::InterfaceId<IAudioClient>(), CLSCTX_ALL, nullptr, client_.ReceiveAny()),
+            "IMMDevice::Activate");
     WAVEFORMATEX* match = nullptr;
-    status = client_->IsFormatSupported(AUDCLNT_SHAREMODE_SHARED, WaveFormat(wanted), &match);
+    WAVEFORMATEXTENSIBLE wanted = format->ToWaveFormat();
+    status = client_->IsFormatSupported(AUDCLNT_SHAREMODE_SHARED, &wanted.Format, &match);
     const CoTaskMemory<WAVEFORMATEX> closest(match);
-    if (FAILED(status)) return Refusal("IAudioClient::IsFormatSupported", status);
+    Require(status, "IAudioClient::IsFormatSupported");
     if (status == S_FALSE && closest != nullptr) {
-      wanted = CopyOf(reinterpret_cast<const BYTE*>(closest.get()), sizeof *closest + closest->cbSize);
+      format = platform::SampleFormat::From(*closest);
+      if (!format.has_value()) throw Refusal("its format isn't known");
+      wanted = format->ToWaveFormat();
     }
-    status = client_->Initialize(AUDCLNT_SHAREMODE_SHARED, 0, duration, 0, WaveFormat(wanted), nullptr);
+    status = client_->Initialize(AUDCLNT_SHAREMODE_SHARED, 0, duration, 0, &wanted.Format, nullptr);
     if (SUCCEEDED(status)) break;
   }
-  if (FAILED(status)) return Refusal("IAudioClient::Initialize", status);
-  const std::optional<ListenerFormat> format = ListenerFormat::From(wanted);
-  if (!format.has_value()) return "The endpoint can't be listened to along with the module: its format isn't known.";
+  Require(status, "IAudioClient::Initialize");
   format_ = *format;
-  if (FAILED(status = client_->GetBufferSize(&bufferFrames_))) return Refusal("IAudioClient::GetBufferSize", status);
-  status = client_->GetService(core_audio::InterfaceId<IAudioCaptureClient>(), service_.ReceiveAny());
-  if (FAILED(status)) return Refusal("IAudioClient::GetService", status);
-  status = client_->Start();
-  return FAILED(status) ? Refusal("IAudioClient::Start", status) : "";
+  Require(client_->GetBufferSize(&bufferFrames_), "IAudioClient::GetBufferSize");
+  Require(client_->GetService(core_audio::InterfaceId<IAudioCaptureClient>(), service_.ReceiveAny()),
+          "IAudioClient::GetService");
+  Require(client_->Start(), "IAudioClient::Start");
 }
 
-std::string Listener::Drain(std::vector<BYTE>& frames) {
-  HRESULT status = client_->Stop();
-  if (FAILED(status)) return Refusal("IAudioClient::Stop", status);
-  const std::size_t most = bufferFrames_ * format_.FrameBytes();
+Recording Listener::Drain() {
+  Require(client_->Stop(), "IAudioClient::Stop");
+  Recording recording{.rate = static_cast<double>(format_.rate), .channels = {}, .discontinuities = {}};
+  recording.channels.resize(format_.channels);
   UINT32 packet = 0;
-  while (SUCCEEDED(status = service_->GetNextPacketSize(&packet)) && packet > 0 && frames.size() <= most) {
+  for (;;) {
+    Require(service_->GetNextPacketSize(&packet), "IAudioCaptureClient::GetNextPacketSize");
+    if (packet == 0 || recording.Frames() > bufferFrames_) return recording;
     BYTE* data = nullptr;
     DWORD flags = 0;
-    status = service_->GetBuffer(&data, &packet, &flags, nullptr, nullptr);
-    if (FAILED(status)) return Refusal("IAudioCaptureClient::GetBuffer", status);
-    const std::size_t bytes = packet * format_.FrameBytes();
-    if ((flags & AUDCLNT_BUFFERFLAGS_SILENT) != 0) {
-      frames.resize(frames.size() + bytes, format_.sampleBytes == 1 ? BYTE{128} : BYTE{0});
-    } else {
-      frames.insert(frames.end(), data, data + bytes);
+    Require(service_->GetBuffer(&data, &packet, &flags, nullptr, nullptr), "IAudioCaptureClient::GetBuffer");
+    // A stream's first packet has nothing before it to be lost.
+    if ((flags & AUDCLNT_BUFFERFLAGS_DATA_DISCONTINUITY) != 0 && recording.Frames() > 0) {
+      recording.discontinuities.push_back(recording.Frames());
     }
-    status = service_->ReleaseBuffer(packet);
-    if (FAILED(status)) return Refusal("IAudioCaptureClient::ReleaseBuffer", status);
+    if ((flags & AUDCLNT_BUFFERFLAGS_SILENT) != 0) {
+      for (auto& channel : recording.channels) channel.resize(channel.size() + packet, 0.0F);
+    } else {
+      Append(data, packet, format_, recording);
+    }
+    Require(service_->ReleaseBuffer(packet), "IAudioCaptureClient::ReleaseBuffer");
   }
-  return FAILED(status) ? Refusal("IAudioCaptureClient::GetNextPacketSize", status) : "";
 }
 
-std::variant<Heard, std::string> Listener::Finish() {
-  if (!trouble_.empty()) return trouble_;
-  std::vector<BYTE> frames;
-  const std::string trouble = Drain(frames);
+Recording Listener::Finish() {
+  Recording recording = Drain();
   service_.Reset();
   client_.Reset();
-  if (!trouble.empty()) return trouble;
-  const std::optional<Heard> heard = Analyse(LoudestChannel(frames, format_), format_.rate);
-  if (heard.has_value()) return *heard;
-  return fmt::format("Too little was heard to draw it: {} frames.", frames.size() / format_.FrameBytes());
+  return recording;
 }
 
 }  // namespace host

@@ -14,20 +14,9 @@ Judgement Judge(Test test, const Outcome& outcome, const Limits& limits) {
   return limits.maxPeak.has_value() && peak > *limits.maxPeak ? Judgement::kClipping : Judgement::kPass;
 }
 
-const char* JudgementWord(Judgement judgement) {
-  switch (judgement) {
-    case Judgement::kPass:
-      return "pass";
-    case Judgement::kSilence:
-      return "silence";
-    case Judgement::kTooQuiet:
-      return "too quiet";
-    case Judgement::kClipping:
-      return "clipping";
-    case Judgement::kFailed:
-      break;
-  }
-  return "failed";
+const char* Word(Judgement judgement) {
+  static constexpr const char* kWords[] = {"pass", "silence", "too quiet", "clipping", "failed"};
+  return kWords[static_cast<std::size_t>(judgement)];
 }
 
 std::string JudgementText(Judgement judgement, const Outcome& outcome, const Limits& limits) {
@@ -49,12 +38,10 @@ std::string AdviceFor(Judgement judgement, const Outcome& outcome) {
       return "";
     case Judgement::kSilence:
       return "Check the cable, or that the microphone is near the speaker, and that neither has a switch of its own "
-             "that "
-             "is off; 'rmthost list' shows whether these are the endpoints you mean.";
+             "that is off; 'rmthost list' shows whether these are the endpoints you mean.";
     case Judgement::kTooQuiet:
       return "Both endpoints were at full level during the test, so bring the microphone nearer to the speaker, turn "
-             "up "
-             "the amplifier, or raise the microphone's boost. --min-peak sets the limit.";
+             "up the amplifier, or raise the microphone's boost. --min-peak sets the limit.";
     case Judgement::kClipping:
       return "Both endpoints were at full level during the test, so turn down the amplifier, lower the microphone's "
              "boost, or move it away from the speaker. --max-peak sets the limit.";

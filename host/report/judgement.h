@@ -2,7 +2,9 @@
 
 #include <optional>
 #include <string>
+#include <tuple>
 
+#include "host/base/member.h"
 #include "host/contract/contract.h"
 
 namespace host {
@@ -10,6 +12,10 @@ namespace host {
 // What the peak of a record test must lie within, full scale 1.0. One that isn't there doesn't apply.
 struct Limits {
   std::optional<double> minPeak, maxPeak;
+
+  static constexpr auto Members() {
+    return std::tuple(Member("minPeak", &Limits::minPeak), Member("maxPeak", &Limits::maxPeak));
+  }
 };
 
 // Without others: a tone at full level that is heard at less than a hundredth didn't come through, and one that comes
@@ -23,7 +29,7 @@ enum class Judgement { kPass, kSilence, kTooQuiet, kClipping, kFailed };
 Judgement Judge(Test test, const Outcome& outcome, const Limits& limits);
 
 // "pass", "silence", "too quiet", "clipping" or "failed".
-const char* JudgementWord(Judgement judgement);
+const char* Word(Judgement judgement);
 
 // A sentence on a test that isn't kFailed.
 std::string JudgementText(Judgement judgement, const Outcome& outcome, const Limits& limits);

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <iterator>
 
-#include "host/listening/heard_text.h"
+#include "host/report/sound_text.h"
 #include "text/utf.h"
 
 namespace host {
@@ -86,55 +86,56 @@ double TimeStep(double seconds) {
   return step;
 }
 
-std::string Waveform(const Heard& heard, const Area& area) {
-  const double scale = WaveformScale(heard.peak);
+std::string Waveform(const SoundSummary& sound, const Area& area) {
+  const double scale = WaveformScale(sound.peak);
   std::string svg = area.Caption("Waveform: amplitude, full scale 1.0, over seconds");
   for (const double share : {-1.0, -0.5, 0.0, 0.5, 1.0}) {
     svg += area.HorizontalLine(0.5 + share / 2.0, fmt::format("{:g}", share * scale));
   }
-  const double step = TimeStep(heard.seconds);
-  const int steps = static_cast<int>(heard.seconds / step);
+  const double step = TimeStep(sound.seconds);
+  const int steps = static_cast<int>(sound.seconds / step);
   for (int i = 0; i <= steps; ++i) {
-    svg += area.VerticalLine(i * step / heard.seconds, fmt::format("{:.3g}", i * step));
+    svg += area.VerticalLine(i * step / sound.seconds, fmt::format("{:.3g}", i * step));
   }
   // Along the largest samples and back along the least.
   svg += "<path class=\"w\" stroke-linejoin=\"round\" d=\"M";
-  const std::size_t slices = heard.envelope.size();
-  const auto point = [&](std::size_t slice, float sample) {
+  const std::size_t slices = sound.envelope.size();
+  const auto point = [&](std::size_t slice, double sample) {
     const double x = area.X((static_cast<double>(slice) + 0.5) / static_cast<double>(slices));
     // Floats can be above full scale.
     const double share = std::clamp(sample / scale, -1.0, 1.0);
     fmt::format_to(std::back_inserter(svg), "{:.1f} {:.1f} ", x, area.Y(0.5 + share / 2.0));
   };
-  for (std::size_t i = 0; i < slices; ++i) point(i, heard.envelope[i].second);
-  for (std::size_t i = slices; i-- > 0;) point(i, heard.envelope[i].first);
+  for (std::size_t i = 0; i < slices; ++i) point(i, sound.envelope[i].second);
+  for (std::size_t i = slices; i-- > 0;) point(i, sound.envelope[i].first);
   return svg + "Z\"/>\n";
 }
 
-std::string ToneMark(const Heard& heard, const Area& area, double toneHz) {
-  const double from = area.X(SpectrumPosition(heard, toneHz - kToneHalfWidth));
-  const double width = area.X(SpectrumPosition(heard, toneHz + kToneHalfWidth)) - from;
+std::string ToneMark(const SoundSummary& sound, const Area& area, double toneHz) {
+  const double from = area.X(SpectrumPosition(sound, toneHz - kToneHalfWidth));
+  const double width = area.X(SpectrumPosition(sound, toneHz + kToneHalfWidth)) - from;
   return fmt::format("<rect class=\"m\" x=\"{:.1f}\" y=\"{:.1f}\" width=\"{:.1f}\" height=\"{:.1f}\"/>\n",
                      from - width / 2.0, area.top, width * 2.0, area.height) +
          fmt::format("<text class=\"m\" x=\"{:.1f}\" y=\"{:.1f}\">tone, {}</text>\n", from + width * 2.0 + 2.0,
                      area.top + 14.0, FrequencyText(toneHz));
 }
 
-std::string Spectrum(const Heard& heard, const Area& area, double toneHz) {
+std::string Spectrum(const SoundSummary& sound, const Area& area, double toneHz) {
   std::string svg = area.Caption("Spectrum: dBFS, a sine of full scale 0, over frequency");
   for (double level = kLowestDrawn; level <= 0.0; level += 20.0) {
     svg += area.HorizontalLine(1.0 - level / kLowestDrawn, fmt::format("{:.0f}", level));
   }
   for (const double hertz : {20, 50, 100, 200, 500, 1000, 2000, 5000, 10000, 20000}) {
-    if (hertz <= heard.highestHz) svg += area.VerticalLine(SpectrumPosition(heard, hertz), FrequencyText(hertz));
+    if (hertz <= sound.highestHz) svg += area.VerticalLine(SpectrumPosition(sound, hertz), FrequencyText(hertz));
   }
-  const bool isToneDrawn = toneHz - kToneHalfWidth > Heard::kLowestHz && toneHz + kToneHalfWidth < heard.highestHz;
-  if (isToneDrawn) svg += ToneMark(heard, area, toneHz);
+  const bool isToneDrawn =
+      toneHz - kToneHalfWidth > SoundSummary::kLowestHz && toneHz + kToneHalfWidth < sound.highestHz;
+  if (isToneDrawn) svg += ToneMark(sound, area, toneHz);
   svg += "<path class=\"s\" stroke-linejoin=\"round\" d=\"M";
-  const std::size_t bands = heard.spectrum.size();
+  const std::size_t bands = sound.spectrum.size();
   for (std::size_t band = 0; band < bands; ++band) {
     const double x = area.X((static_cast<double>(band) + 0.5) / static_cast<double>(bands));
-    const double share = std::clamp(1.0 - heard.spectrum[band] / kLowestDrawn, 0.0, 1.0);
+    const double share = std::clamp(1.0 - sound.spectrum[band] / kLowestDrawn, 0.0, 1.0);
     fmt::format_to(std::back_inserter(svg), "{:.1f} {:.1f} ", x, area.Y(share));
   }
   return svg + "\"/>\n";
@@ -142,9 +143,9 @@ std::string Spectrum(const Heard& heard, const Area& area, double toneHz) {
 
 }  // namespace
 
-std::string SvgPlot(const Heard& heard, const std::string& title, double toneHz) {
+std::string SvgPlot(const SoundSummary& sound, const std::string& title, double toneHz) {
   const std::string shown = Escaped(text::Shortened(text::ValidUtf8(title), kLongestTitle));
-  const std::string figures = fmt::format("{}", fmt::join(HeardFigures(heard), ", "));
+  const std::string figures = fmt::format("{}", fmt::join(SoundFigures(sound), ", "));
   const Area waveform{.left = 60, .top = 100, .width = 730, .height = 170};
   const Area spectrum{.left = 60, .top = 330, .width = 730, .height = 190};
   return fmt::format(
@@ -155,8 +156,8 @@ std::string SvgPlot(const Heard& heard, const std::string& title, double toneHz)
              "<desc id=\"description\">What was heard in {3:.2f} s: {4}.</desc>\n"
              "<style>{5}</style>\n<rect class=\"b\" width=\"{0}\" height=\"{1}\"/>\n"
              "<text class=\"h\" x=\"20\" y=\"34\">{2}</text>\n",
-             kWidth, kHeight, shown, heard.seconds, Escaped(figures), kStyle) +
-         Text(20, 58, "start", figures) + Waveform(heard, waveform) + Spectrum(heard, spectrum, toneHz) + "</svg>\n";
+             kWidth, kHeight, shown, sound.seconds, Escaped(figures), kStyle) +
+         Text(20, 58, "start", figures) + Waveform(sound, waveform) + Spectrum(sound, spectrum, toneHz) + "</svg>\n";
 }
 
 }  // namespace host

@@ -6,7 +6,7 @@
 #include <array>
 #include <cmath>
 
-#include "host/listening/heard_text.h"
+#include "host/report/sound_text.h"
 
 namespace host {
 namespace {
@@ -26,15 +26,16 @@ constexpr Grid kPlain{.columns = 1, .rows = 1};
 // Whether the sound passes through a dot, counted from the left and the top.
 class Dots {
  public:
-  Dots(const Heard& heard, int columns, int rows) : rows_(rows), spans_(static_cast<std::size_t>(columns), {0.0, 0.0}) {
-    const double scale = WaveformScale(heard.peak);
-    const std::size_t slices = heard.envelope.size(), width = spans_.size();
+  Dots(const SoundSummary& sound, int columns, int rows)
+      : rows_(rows), spans_(static_cast<std::size_t>(columns), {0.0, 0.0}) {
+    const double scale = WaveformScale(sound.peak);
+    const std::size_t slices = sound.envelope.size(), width = spans_.size();
     for (std::size_t column = 0; column < width; ++column) {
       const std::size_t begin = column * slices / width;
       const std::size_t end = std::max((column + 1) * slices / width, begin + 1);
       for (std::size_t slice = begin; slice < end; ++slice) {
-        spans_[column].first = std::min<double>(spans_[column].first, heard.envelope[slice].first / scale);
-        spans_[column].second = std::max<double>(spans_[column].second, heard.envelope[slice].second / scale);
+        spans_[column].first = std::min<double>(spans_[column].first, sound.envelope[slice].first / scale);
+        spans_[column].second = std::max<double>(spans_[column].second, sound.envelope[slice].second / scale);
       }
     }
   }
@@ -65,10 +66,10 @@ std::string BrailleCell(const Dots& dots, int column, int row) {
   return {'\xE2', static_cast<char>(0xA0 | (cell >> 6)), static_cast<char>(0x80 | (cell & 0x3F))};
 }
 
-std::string Waveform(const Heard& heard, int columns, const Style& style) {
+std::string Waveform(const SoundSummary& sound, int columns, const Style& style) {
   const Grid& grid = style.unicode ? kBraille : kPlain;
-  const Dots dots(heard, columns * grid.columns, kRows * grid.rows);
-  const double scale = WaveformScale(heard.peak);
+  const Dots dots(sound, columns * grid.columns, kRows * grid.rows);
+  const double scale = WaveformScale(sound.peak);
   std::string text;
   for (int row = 0; row < kRows; ++row) {
     std::string label;
@@ -84,30 +85,30 @@ std::string Waveform(const Heard& heard, int columns, const Style& style) {
     }
     text += '\n';
   }
-  const std::string end = fmt::format("{:.1f} s", heard.seconds);
+  const std::string end = fmt::format("{:.1f} s", sound.seconds);
   return text + fmt::format("{:{}}0{:>{}}\n", "", kMargin, end, columns - 1);
 }
 
-std::string SpectrumLine(const Heard& heard, int columns, const Style& style) {
+std::string SpectrumLine(const SoundSummary& sound, int columns, const Style& style) {
   static constexpr std::array<const char*, 9> kBlocks = {" ", "▁", "▂", "▃", "▄", "▅", "▆", "▇", "█"};
   static constexpr std::array<const char*, 9> kPlainBlocks = {" ", ".", ":", "-", "=", "+", "*", "#", "@"};
   const auto& blocks = style.unicode ? kBlocks : kPlainBlocks;
-  const std::size_t bands = heard.spectrum.size(), width = static_cast<std::size_t>(columns);
+  const std::size_t bands = sound.spectrum.size(), width = static_cast<std::size_t>(columns);
   std::string text = fmt::format("{:>{}} ", "20 Hz", kMargin - 1);
   for (std::size_t column = 0; column < width; ++column) {
     const std::size_t begin = column * bands / width;
     const std::size_t end = std::max((column + 1) * bands / width, begin + 1);
-    const float level = *std::max_element(heard.spectrum.begin() + static_cast<std::ptrdiff_t>(begin),
-                                          heard.spectrum.begin() + static_cast<std::ptrdiff_t>(end));
+    const double level = *std::max_element(sound.spectrum.begin() + static_cast<std::ptrdiff_t>(begin),
+                                           sound.spectrum.begin() + static_cast<std::ptrdiff_t>(end));
     const double share = std::clamp(1.0 - level / kLowestDrawn, 0.0, 1.0);
     text += blocks[static_cast<std::size_t>(std::lround(share * 8.0))];
   }
-  return text + " " + FrequencyText(heard.highestHz) + "\n";
+  return text + " " + FrequencyText(sound.highestHz) + "\n";
 }
 
-std::string FigureLines(const Heard& heard, int columns) {
+std::string FigureLines(const SoundSummary& sound, int columns) {
   std::string text, line;
-  for (const std::string& figure : HeardFigures(heard)) {
+  for (const std::string& figure : SoundFigures(sound)) {
     if (!line.empty() && line.size() + figure.size() + 2 > static_cast<std::size_t>(columns)) {
       text += line + "\n";
       line.clear();
@@ -119,14 +120,14 @@ std::string FigureLines(const Heard& heard, int columns) {
 
 }  // namespace
 
-std::string TerminalPlot(const Heard& heard, int columns, const Style& style, double toneHz) {
-  const int endLabel = static_cast<int>(FrequencyText(heard.highestHz).size()) + 1;
+std::string TerminalPlot(const SoundSummary& sound, int columns, const Style& style, double toneHz) {
+  const int endLabel = static_cast<int>(FrequencyText(sound.highestHz).size()) + 1;
   // A terminal wraps what reaches its last column.
   const int width = std::clamp(columns - 1, kFewestColumns, kMostColumns) - kMargin - endLabel;
-  std::string text = FigureLines(heard, kMargin + width + endLabel);
-  text += Waveform(heard, width, style) + SpectrumLine(heard, width, style);
-  if (toneHz <= Heard::kLowestHz || toneHz >= heard.highestHz) return text;
-  const int place = static_cast<int>(SpectrumPosition(heard, toneHz) * width);
+  std::string text = FigureLines(sound, kMargin + width + endLabel);
+  text += Waveform(sound, width, style) + SpectrumLine(sound, width, style);
+  if (toneHz <= SoundSummary::kLowestHz || toneHz >= sound.highestHz) return text;
+  const int place = static_cast<int>(SpectrumPosition(sound, toneHz) * width);
   return text + fmt::format("{:{}}^ tone, {}\n", "", kMargin + place, FrequencyText(toneHz));
 }
 

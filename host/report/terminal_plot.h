@@ -3,12 +3,12 @@
 #include <string>
 
 #include "host/base/text_output.h"
-#include "host/listening/heard.h"
+#include "host/listening/sound_summary.h"
 
 namespace host {
 
 // About ten lines with line feeds, none wider than `columns` when that is 40 or more: the figures, the waveform, the
 // spectrum by the logarithm of the frequency, and below it, unless `toneHz` is 0, the place of the tone.
-std::string TerminalPlot(const Heard& heard, int columns, const Style& style, double toneHz = 0.0);
+std::string TerminalPlot(const SoundSummary& sound, int columns, const Style& style, double toneHz = 0.0);
 
 }  // namespace host

@@ -5,6 +5,7 @@ program, that program in RMTHOST_RUNNER.
 """
 import json
 import os
+import re
 import subprocess
 import tempfile
 import unittest
@@ -13,6 +14,18 @@ HOST, MODULE = os.environ["RMTHOST"], os.environ["RMTHOST_MODULE"]
 MISBEHAVING = os.environ["RMTHOST_MISBEHAVING_MODULE"]
 RUNNER = os.environ.get("RMTHOST_RUNNER", "").split()
 PASS, FAIL, BAD_INPUT, NO_ENDPOINT, BROKEN, TIMED_OUT, NOT_RESTORED, INTERRUPTED = *range(7), 130
+
+
+def return_codes():
+    """The module's return codes, by the names that its header gives them behind ZQRMT_RETURN_."""
+    with open(os.path.join(os.path.dirname(__file__), "..", "..", "audiotests", "zqrmt_return_codes.h")) as file:
+        header = file.read()
+    numbers = {name: int(number) for name, number in re.findall(r"(ZQRMT_\w+)(?: =)? (\d+)", header)}
+    return {name: numbers[level] * 10**8 + numbers["ZQRMT_AUDIO_COMPONENT"] * 10**6 + numbers[outcome]
+            for name, level, outcome in re.findall(r"ZQRMT_RETURN_(\w+) = \w+\((\w+), (\w+)\)", header)}
+
+
+RETURN = return_codes()
 
 
 def endpoint(flow, id, name, **more):

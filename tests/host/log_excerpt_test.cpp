@@ -1,4 +1,4 @@
-#include "host/report/log_excerpt.h"
+#include "host/call/log_excerpt.h"
 
 #include <gtest/gtest.h>
 

@@ -7,10 +7,11 @@
 #include <numbers>
 #include <random>
 
-#include "host/listening/heard.h"
-#include "host/listening/listener_format.h"
+#include "host/base/json.h"
+#include "host/listening/sound_summary.h"
 #include "host/report/svg_plot.h"
 #include "host/report/terminal_plot.h"
+#include "platform/sample_format.h"
 
 namespace {
 
@@ -33,7 +34,7 @@ double Db(double amplitude) {
   return 20.0 * std::log10(amplitude);
 }
 
-TEST(Analyse, FindsLevelFrequencyAndNoiseOfAKnownSound) {
+TEST(Summarise, FindsLevelFrequencyAndNoiseOfAKnownSound) {
   struct Case {
     double rate, hertz, amplitude, noiseRms;
   };
@@ -41,7 +42,7 @@ TEST(Analyse, FindsLevelFrequencyAndNoiseOfAKnownSound) {
        {Case{48000, 1200, 0.5, 0.001}, Case{44100, 997.3, 1.0, 0.01}, Case{8000, 3100, 0.01, 0.0001},
         Case{192000, 61.7, 0.25, 0.0005}, Case{16000, 1200, 0.9, 0.00002}}) {
     SCOPED_TRACE(fmt::format("{} Hz at a rate of {}", hertz, rate));
-    const std::optional<Heard> heard = Analyse(Sound(rate, hertz, amplitude, noiseRms), rate);
+    const std::optional<SoundSummary> heard = Summarise(Sound(rate, hertz, amplitude, noiseRms), rate);
     ASSERT_TRUE(heard.has_value());
     EXPECT_NEAR(heard->seconds, 1.5, 1e-9);
     EXPECT_NEAR(heard->peak, amplitude, 5.0 * noiseRms);
@@ -53,41 +54,46 @@ TEST(Analyse, FindsLevelFrequencyAndNoiseOfAKnownSound) {
     const auto largest = std::max_element(heard->envelope.begin(), heard->envelope.end(), bySecond);
     EXPECT_NEAR(largest->second, amplitude, 5.0 * noiseRms);
     // The spectrum is a mean over time; for a third of that there is no tone.
-    const float highest = *std::max_element(heard->spectrum.begin(), heard->spectrum.end());
+    const double highest = *std::max_element(heard->spectrum.begin(), heard->spectrum.end());
     EXPECT_NEAR(highest, Db(amplitude) + 10.0 * std::log10(2.0 / 3.0), 0.6);
   }
 }
 
-TEST(Analyse, TellsSilenceAnOffsetAndClipping) {
-  const std::optional<Heard> silence = Analyse(std::vector<float>(48000, 0.0F), 48000);
+TEST(Summarise, TellsSilenceAnOffsetAndClipping) {
+  const std::optional<SoundSummary> silence = Summarise(std::vector<float>(48000, 0.0F), 48000);
   EXPECT_EQ(silence->peak + silence->rms + silence->noiseFloor + silence->dominantHz, 0.0);
-  EXPECT_EQ(silence->spectrum, std::vector<float>(300, Heard::kLowestLevel));
-  const std::optional<Heard> offset = Analyse(std::vector<float>(48000, 0.25F), 48000);
+  EXPECT_EQ(silence->spectrum, std::vector<double>(300, SoundSummary::kLowestLevel));
+  const std::optional<SoundSummary> offset = Summarise(std::vector<float>(48000, 0.25F), 48000);
   EXPECT_EQ(offset->peak, 0.25);
-  EXPECT_LT(*std::max_element(offset->spectrum.begin(), offset->spectrum.end()), -150.0F);
+  EXPECT_LT(*std::max_element(offset->spectrum.begin(), offset->spectrum.end()), -150.0);
   std::vector<float> clipped = Sound(48000, 1000, 2.0, 0.0);
   for (float& sample : clipped) sample = std::clamp(sample, -1.0F, 32767.0F / 32768.0F);
   // Two thirds of each period lie above half of the peak, and the tone lasts a second.
-  EXPECT_NEAR(static_cast<double>(Analyse(clipped, 48000)->fullScaleSamples), 32000.0, 2000.0);
-  EXPECT_FALSE(Analyse(std::vector<float>(4095), 48000).has_value());
-  EXPECT_FALSE(Analyse(std::vector<float>(4096), 0).has_value());
+  EXPECT_NEAR(static_cast<double>(Summarise(clipped, 48000)->fullScaleSamples), 32000.0, 2000.0);
+  EXPECT_FALSE(Summarise(std::vector<float>(4095), 48000).has_value());
+  EXPECT_FALSE(Summarise(std::vector<float>(4096), 0).has_value());
 }
 
-TEST(Heard, ComesBackFromJson) {
-  const Heard heard = *Analyse(Sound(48000, 1200, 0.5, 0.001), 48000);
-  const std::string json = HeardJson(heard);
+TEST(SoundSummary, ComesBackFromJson) {
+  const SoundSummary sound = *Summarise(Sound(48000, 1200, 0.5, 0.001), 48000);
+  const std::string json = TextOf(sound);
   EXPECT_LT(json.size(), 20000U);
-  rapidjson::Document document;
-  const std::optional<Heard> read = ReadHeard(document.Parse(json.c_str()));
-  ASSERT_TRUE(read.has_value());
-  EXPECT_EQ(HeardJson(*read), json);
-  EXPECT_NEAR(read->dominantHz, 1200.0, 1.0);
+  const auto read = Json::parse(json).get<SoundSummary>();
+  EXPECT_EQ(TextOf(read), json);
+  EXPECT_NEAR(read.dominantHz, 1200.0, 1.0);
   for (const char* other : {"null", "{}", "[1]", R"({"envelope":[[0,"a"]],"spectrum":[0],"highestHz":1000})"}) {
-    EXPECT_FALSE(ReadHeard(document.Parse(other)).has_value()) << other;
+    EXPECT_THROW(Json::parse(other).get<SoundSummary>(), Json::exception) << other;
   }
 }
 
-TEST(ListenerFormat, ReadsEveryKindOfSample) {
+TEST(SoundSummary, IsOfTheLoudestChannel) {
+  Recording recording{.rate = 48000, .channels = {}, .discontinuities = {}};
+  EXPECT_FALSE(SummariseLoudest(recording).has_value());
+  for (const double amplitude : {0.1, 0.5, 0.2}) recording.channels.push_back(Sound(48000, 1200, amplitude, 0.0));
+  EXPECT_NEAR(SummariseLoudest(recording)->peak, 0.5, 1e-3);
+}
+
+TEST(SampleFormat, ReadsEveryKindOfSample) {
   struct Case {
     WORD tag, bits;
     std::vector<BYTE> sample;
@@ -99,18 +105,16 @@ TEST(ListenerFormat, ReadsEveryKindOfSample) {
         Case{WAVE_FORMAT_PCM, 32, {0, 0, 0, 0x80}, -1.0}, Case{WAVE_FORMAT_IEEE_FLOAT, 32, {0, 0, 0, 0xBF}, -0.5},
         Case{WAVE_FORMAT_IEEE_FLOAT, 32, {0, 0, 0xC0, 0x7F}, 0.0}}) {
     WAVEFORMATEX wave{c.tag, 2, 48000, 0, static_cast<WORD>(c.bits / 4), c.bits, 0};
-    const auto* bytes = reinterpret_cast<const BYTE*>(&wave);
-    const std::optional<ListenerFormat> format = ListenerFormat::From({bytes, sizeof wave});
+    const std::optional<platform::SampleFormat> format = platform::SampleFormat::From(wave);
     ASSERT_TRUE(format.has_value()) << c.bits;
-    EXPECT_EQ(format->Read(c.sample.data()), static_cast<float>(c.value)) << c.bits;
+    EXPECT_EQ(format->Read(c.sample.data()), c.value) << c.bits;
     wave.nBlockAlign = 0;
-    EXPECT_FALSE(ListenerFormat::From({bytes, sizeof wave}).has_value());
-    EXPECT_FALSE(ListenerFormat::From({bytes, sizeof wave - 1}).has_value());
+    EXPECT_FALSE(platform::SampleFormat::From(wave).has_value());
   }
 }
 
 TEST(TerminalPlot, KeepsToTheTerminal) {
-  const Heard heard = *Analyse(Sound(48000, 1200, 0.5, 0.001), 48000);
+  const SoundSummary heard = *Summarise(Sound(48000, 1200, 0.5, 0.001), 48000);
   for (const int columns : {40, 80, 500}) {
     const std::string plot = TerminalPlot(heard, columns, {}, 1200);
     for (std::size_t begin = 0, end; (end = plot.find('\n', begin)) != std::string::npos; begin = end + 1) {

@@ -4,8 +4,8 @@ import os
 import subprocess
 import unittest
 
-from host_test import (BAD_INPUT, BROKEN, CONTRACT, FAIL, HOST, MACHINE, MISBEHAVING, MODULE, NO_ENDPOINT, PASS, RUNNER,
-                       HostTest)
+from host_test import (BAD_INPUT, BROKEN, CONTRACT, FAIL, HOST, MACHINE, MISBEHAVING, MODULE, NO_ENDPOINT, PASS, RETURN,
+                       RUNNER, HostTest)
 
 
 class BadInput(HostTest):
@@ -96,7 +96,7 @@ class Tests(HostTest):
     def test_a_record_test_measures_the_tone_or_the_silence(self):
         result = self.document("record", "--render", "speaker")["result"]
         self.assertEqual((result["passed"], result["returnCode"], result["returnMessage"], result["advice"]),
-                         (True, 244995728, "Audio Record Test passed.", None))
+                         (True, RETURN["RECORD_PASSED"], "Audio Record Test passed.", None))
         # The tone's peak is 29987 of 32768, and half of it is heard.
         self.assertAlmostEqual(result["maxAmplitude"], 29987 / 32768 / 2, delta=0.01)
         self.assertAlmostEqual(result["maxAmplitudeDbfs"], -6.8, delta=0.2)
@@ -108,26 +108,27 @@ class Tests(HostTest):
     def test_the_text_shows_verdict_endpoints_and_amplitude(self):
         code, output, errors = self.rmthost("record", "--render", "speaker")
         self.assertEqual((code, errors), (PASS, ""))
-        for line in ["PASS  Audio Record Test passed. (244995728)\n", "Microphone\n", "{0.0.0}.{speaker}\n",
+        for line in [f"PASS  Audio Record Test passed. ({RETURN['RECORD_PASSED']})\n", "Microphone\n", "{0.0.0}.{speaker}\n",
                      "-6.8 dBFS\n", "[###################################.....] -60 to 0 dBFS\n", "ZQRMLOG.LOG\n"]:
             self.assertIn(line, output.decode())
-        self.assertIn(b"PASS  Audio Playback Test passed. (244995729)\n", self.rmthost("play")[1])
+        self.assertIn(f"PASS  Audio Playback Test passed. ({RETURN['PLAYBACK_PASSED']})\n", self.rmthost("play")[1].decode())
 
     def test_a_test_that_does_not_pass_says_why(self):
         fault = {"operation": "IAudioClient::Start", "call": 1, "status": -2004287484}
         self.write("faulty.json", json.dumps({**MACHINE, "faults": [fault]}).encode())
         for command in ["play", "record"]:
             result = self.document(command, exit_code=FAIL, machine="virtual:faulty.json")["result"]
-            self.assertEqual((result["passed"], result["returnCode"]), (False, 744995582))
+            self.assertEqual((result["passed"], result["returnCode"]), (False, RETURN["PLATFORM"]))
             self.assertIn("refused", result["advice"])
         self.assertIsNone(result["maxAmplitude"])
-        self.assertIn(b"FAIL  Microsoft API Error (744995582)", self.rmthost("play", machine="virtual:faulty.json")[1])
+        text = self.rmthost("play", machine="virtual:faulty.json")[1].decode()
+        self.assertIn(f"FAIL  Microsoft API Error ({RETURN['PLATFORM']})", text)
 
 
 class Contracts(HostTest):
     def test_the_reply_comes_out_byte_for_byte(self):
         contract = CONTRACT % (0, "", "X")
-        reply = (CONTRACT % (744770117, "Could not find device", "X")).encode()
+        reply = (CONTRACT % (RETURN["NO_ENDPOINT"], "Could not find device", "X")).encode()
         for encoding, content in [("UTF-8", contract.encode()), ("with a mark", contract.encode("utf-8-sig")),
                                   ("UTF-16LE", b"\xff\xfe" + contract.encode("utf-16-le"))]:
             with self.subTest(encoding):
@@ -144,10 +145,10 @@ class Contracts(HostTest):
     def test_a_text_that_is_no_json_is_answered_and_explained(self):
         broken = '{\n "é": 1,\n "CoreData" {}}'.encode()
         code, output, errors = self.rmthost("run", "play", "-", stdin=broken)
-        self.assertEqual((code, json.loads(output)["CoreData"]["ReturnCode"]), (BAD_INPUT, 744995686))
+        self.assertEqual((code, json.loads(output)["CoreData"]["ReturnCode"]), (BAD_INPUT, RETURN["BAD_INPUT"]))
         self.assertIn("line 3, column 13: Missing a colon", errors)
         document = self.document("run", "play", "-", exit_code=BAD_INPUT, stdin=broken)
-        self.assertEqual((document["result"]["returnCode"], document["error"]["exitCode"]), (744995686, BAD_INPUT))
+        self.assertEqual((document["result"]["returnCode"], document["error"]["exitCode"]), (RETURN["BAD_INPUT"], BAD_INPUT))
         for text in [b"", b"[" * 1000000, b'{"a":1} {}']:
             self.assertEqual(self.rmthost("run", "record", "-", stdin=text)[0], BAD_INPUT)
 

@@ -4,7 +4,8 @@ import json
 import re
 import unittest
 
-from host_test import (BAD_INPUT, BROKEN, FAIL, MACHINE, MISBEHAVING, NOT_RESTORED, PASS, RUNNER, HostTest, enough)
+from host_test import (BAD_INPUT, BROKEN, FAIL, MACHINE, MISBEHAVING, NOT_RESTORED, PASS, RETURN, RUNNER, HostTest,
+                       enough)
 
 RECORD = ["record", "--render", "speaker"]
 
@@ -29,14 +30,14 @@ class Verdicts(HostTest):
                 self.use_gain(gain)
                 result = self.document(*arguments, exit_code=PASS if verdict == "pass" else FAIL)["result"]
                 self.assertEqual((result["verdict"], result["passed"], result["returnCode"]),
-                                 (verdict, verdict == "pass", 244995728))
+                                 (verdict, verdict == "pass", RETURN["RECORD_PASSED"]))
                 self.assertIn(advice or "", result["advice"] or "")
                 self.assertEqual(result["advice"] is None, verdict == "pass")
 
     def test_the_text_shows_limits_and_time(self):
         self.use_gain(0.005)
         text = self.rmthost(*RECORD)[1].decode()
-        self.assertRegex(text, r"^FAIL  Too quiet: the peak 0\.004\d+ is below 0\.01\. \(244995728\)\n")
+        self.assertRegex(text, r"^FAIL  Too quiet: the peak 0\.004\d+ is below 0\.01\. \(%d\)\n" % RETURN["RECORD_PASSED"])
         self.assertIn("  limits     at least 0.01, at most 0.999\n", text)
         self.assertRegex(text, r"  time       \d+\.\d\d s\n")
         self.assertNotIn("limits", self.rmthost("record")[1].decode())
@@ -47,7 +48,8 @@ class Verdicts(HostTest):
             self.document("record", *options, exit_code=BAD_INPUT)
 
     def test_verbose_shows_the_log_of_this_call(self):
-        line = "244995729, normal: Audio Playback Test passed., [ZQ_RMT_TESTS_AUDIO::AudioRecordTestClass]"
+        code = RETURN["PLAYBACK_PASSED"]
+        line = f"{code}, normal: Audio Playback Test passed., [ZQ_RMT_TESTS_AUDIO::AudioRecordTestClass]"
         lines = self.document("play", "--verbose")["result"]["logLines"]
         self.assertTrue(any(shown.endswith(line) for shown in lines), lines)
         self.assertIn(line, self.rmthost("play", "--verbose")[1].decode())
@@ -71,13 +73,14 @@ class Repeat(HostTest):
                 for operation, call in operations]}).encode())
             return {"machine": "virtual:faulty.json"}
         fails = ("IAudioClient::Start", 1)
+        refused = str(RETURN["PLATFORM"])
         hangs = {"module": MISBEHAVING, "MISBEHAVIOUR": "hang"}
-        cases = [(FAIL, {"744995582": 2}, [], lambda: machine(fails)),
-                 (FAIL, {"744995582": 1}, ["--fail-fast"], lambda: machine(fails)),
+        cases = [(FAIL, {refused: 2}, [], lambda: machine(fails)),
+                 (FAIL, {refused: 1}, ["--fail-fast"], lambda: machine(fails)),
                  (FAIL, {"too quiet": 2}, ["--min-peak", "0.5"], dict),
                  (FAIL, {"timed out": 2}, ["--timeout", "0.4"], lambda: hangs),
                  # What one run leaves changed, the next would take for how it was.
-                 (NOT_RESTORED, {"744995582": 1}, [],
+                 (NOT_RESTORED, {refused: 1}, [],
                   lambda: machine(fails, ("IAudioEndpointVolume::SetMute", 2)))]
         for code, failures, options, setting in enough(cases):
             with self.subTest(failures=failures, options=options):

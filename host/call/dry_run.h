@@ -14,10 +14,10 @@ namespace host {
 // when the module doesn't take the text as JSON.
 //
 // A record test begins only when a contract names a device and has audio data, and AudioRecordTest reports no outcome
-// otherwise, as long as there is a device record. So the module is called twice, each time with another one of the two
-// hidden, and each is taken from the reply to the text that shows it. Whatever the rest of the text holds, neither call
-// has anything to test.
-ParsedContract PassThrough(const Module& module, const ParsedContract& contract);
+// otherwise, as long as there is a device record. So the module is called twice, each time with one of the two hidden,
+// and each is taken from the reply to the text that shows it. Whatever the rest of the text holds, neither call has
+// anything to test.
+ParsedContract DryRun(const Module& module, const ParsedContract& contract);
 
 // What the module answers for values that a contract doesn't name.
 class ModuleDefaults {
@@ -25,7 +25,7 @@ class ModuleDefaults {
   explicit ModuleDefaults(const Module& module) : module_(module) {}
 
   // Whether the module gives `value` at `path` also when the record or list around it is empty. Throws Failure.
-  bool Gives(const rapidjson::Value& value, const ContractPath& path);
+  bool Gives(const Json& value, const ContractPath& path);
 
  private:
   const Module& module_;

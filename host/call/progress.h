@@ -1,41 +1,39 @@
 #pragma once
 
 #include <condition_variable>
-#include <cstdint>
 #include <filesystem>
 #include <mutex>
 #include <string>
 #include <thread>
 
 #include "host/base/text_output.h"
+#include "host/call/log_excerpt.h"
 
 namespace host {
 
 // Shows on standard error how far a test is, for the object's life, when that is a terminal. The module tells nobody
-// but its log, so the log is followed, on a thread of its own, from where it ended when the object was made.
+// but its log, so the log is followed on a thread of its own.
 class Progress {
  public:
-  // `label` stands in front of the bar, which the test moves from `start` to `end`, shares of the whole from 0.0
-  // to 1.0.
-  Progress(std::string label, std::filesystem::path logFile, double start, double end);
+  // What stands in front of the bar, and which part of the whole, from 0.0 to 1.0, the test is.
+  struct Span {
+    std::string label;
+    double start = 0.0, end = 1.0;
+  };
+
+  Progress(Span span, const std::filesystem::path& logFile);
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
   ~Progress();
 
  private:
   void Follow(const std::stop_token& stop);
-  void ReadNewLines();
-  void ReadLine(const std::string& line);
-  void Draw();
+  void Draw(int percent);
   void Erase();
 
-  std::string label_;
-  std::filesystem::path logFile_;
-  double start_, end_;
+  Span span_;
+  LogExcerpt log_;
   Style style_;
-  std::uintmax_t position_ = 0;  // bytes of the log that have been read
-  std::string partialLine_;
-  int percent_ = 0;
   std::size_t drawnBytes_ = 0;
   std::mutex mutex_;
   std::condition_variable_any stopped_;

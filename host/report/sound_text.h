@@ -3,12 +3,12 @@
 #include <string>
 #include <vector>
 
-#include "host/listening/heard.h"
+#include "host/listening/sound_summary.h"
 
 namespace host {
 
 // What was heard, in figures for a person: "peak -6.8 dBFS" and so on.
-std::vector<std::string> HeardFigures(const Heard& heard);
+std::vector<std::string> SoundFigures(const SoundSummary& sound);
 
 // "50 Hz", "1.2 kHz".
 std::string FrequencyText(double hertz);
@@ -18,6 +18,6 @@ std::string FrequencyText(double hertz);
 double WaveformScale(double peak);
 
 // Where a frequency lies between the ends of the spectrum, 0.0 to 1.0.
-double SpectrumPosition(const Heard& heard, double hertz);
+double SpectrumPosition(const SoundSummary& sound, double hertz);
 
 }  // namespace host

@@ -1,4 +1,4 @@
-#include "host/listening/heard_text.h"
+#include "host/report/sound_text.h"
 
 #include <fmt/format.h>
 
@@ -16,13 +16,13 @@ std::string Level(double amplitude) {
 
 }  // namespace
 
-std::vector<std::string> HeardFigures(const Heard& heard) {
-  std::vector<std::string> figures = {"peak " + Level(heard.peak), "RMS " + Level(heard.rms),
-                                      "noise floor " + Level(heard.noiseFloor)};
-  if (heard.dominantHz > 0.0) figures.push_back("strongest at " + FrequencyText(heard.dominantHz));
-  if (heard.fullScaleSamples > 0) {
+std::vector<std::string> SoundFigures(const SoundSummary& sound) {
+  std::vector<std::string> figures = {"peak " + Level(sound.peak), "RMS " + Level(sound.rms),
+                                      "noise floor " + Level(sound.noiseFloor)};
+  if (sound.dominantHz > 0.0) figures.push_back("strongest at " + FrequencyText(sound.dominantHz));
+  if (sound.fullScaleSamples > 0) {
     figures.push_back(
-        fmt::format("{} sample{} at full scale", heard.fullScaleSamples, heard.fullScaleSamples == 1 ? "" : "s"));
+        fmt::format("{} sample{} at full scale", sound.fullScaleSamples, sound.fullScaleSamples == 1 ? "" : "s"));
   }
   return figures;
 }
@@ -43,8 +43,8 @@ double WaveformScale(double peak) {
   return scale;
 }
 
-double SpectrumPosition(const Heard& heard, double hertz) {
-  return std::log(hertz / Heard::kLowestHz) / std::log(heard.highestHz / Heard::kLowestHz);
+double SpectrumPosition(const SoundSummary& sound, double hertz) {
+  return std::log(hertz / SoundSummary::kLowestHz) / std::log(sound.highestHz / SoundSummary::kLowestHz);
 }
 
 }  // namespace host

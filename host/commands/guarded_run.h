@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+
+#include "host/base/interruption.h"
+#include "host/call/progress.h"
+#include "host/commands/commands.h"
+#include "host/endpoints/platform.h"
+#include "host/report/run_record.h"
+
+namespace host {
+
+// The platform for a command; what a person must know about the choice goes to standard error at once.
+PlatformChoice ChosenPlatform(const Options& options);
+
+// The file of the module, as UTF-8.
+std::string ModuleFile(const Options& options);
+
+// Calls the module for the test and with the limits that `run` names, and fills in what came of it. Progress is shown on
+// the terminal unless --quiet. Throws Failure when the module wasn't called.
+void RunModule(const CallRequest& request, const Options& options, const Interruption& interruption,
+               const Progress::Span& span, RunRecord& run);
+
+// Fills in the exit code and the failure that a run amounts to: that settings are not back matters more than most
+// outcomes.
+void Conclude(const RunRecord& run, CommandResult& result);
+
+// Whether a run listens to its capture endpoint beside the module.
+enum class Listen { kNo, kYes };
+
+// Chooses the endpoints that the options name, runs the test once, and judges it. Throws Failure when the module wasn't
+// called.
+RunRecord RunOnEndpoints(const Options& options, const std::string& platform, Listen listen,
+                         const Interruption& interruption, const Progress::Span& span);
+
+}  // namespace host

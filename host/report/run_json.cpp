@@ -1,0 +1,82 @@
+#include "host/report/run_json.h"
+
+#include "host/base/json.h"
+#include "host/base/text_output.h"
+
+namespace host {
+namespace {
+
+Json EndpointJson(const std::optional<Endpoint>& endpoint) {
+  if (!endpoint.has_value()) return nullptr;
+  return {{"id", endpoint->id}, {"name", endpoint->name}};
+}
+
+void AddOutcome(const RunRecord& run, Json& json) {
+  if (!run.outcome.has_value()) return;
+  json["returnCode"] = run.outcome->returnCode;
+  json["returnMessage"] = run.outcome->returnMessage;
+  json["advice"] = run.Passed() ? Json() : Json(AdviceFor(run.judgement, *run.outcome));
+}
+
+void AddCall(const RunRecord& run, Json& json) {
+  json["seconds"] = run.call.seconds;
+  json["restored"] = {{"state", Word(run.call.restored.Summary())}};
+  json["restored"].update(Json(run.call.restored));
+  json["log"] = run.log;
+  if (run.logLines.has_value()) json["logLines"] = *run.logLines;
+}
+
+void AddRun(const RunRecord& run, Json& json) {
+  if (run.outcome.has_value()) {
+    json["passed"] = run.Passed();
+    json["verdict"] = run.judgement;
+  }
+  AddOutcome(run, json);
+  json["render"] = EndpointJson(run.render);
+  if (run.test == Test::kRecord) {
+    json["capture"] = EndpointJson(run.capture);
+    json["limits"] = run.limits;
+    json["maxAmplitude"] = run.Peak();
+    json["maxAmplitudeDbfs"] = run.Peak().has_value() ? Json(Decibels(*run.Peak())) : Json();
+  }
+  AddCall(run, json);
+}
+
+// The reply goes in as the module wrote it: its numbers, read and written again, might be other texts. Only what was
+// found to be JSON, and to tell an outcome, can.
+std::string WithReply(const Json& json, const RunRecord& run) {
+  std::string text = TextOf(json);
+  if (run.outcome.has_value()) AppendMember(text, "reply", *run.call.reply);
+  return text;
+}
+
+}  // namespace
+
+std::string RunJson(const PlatformChoice& platform, const RunRecord& run) {
+  Json json = platform;
+  AddRun(run, json);
+  if (run.test == Test::kRecord) {
+    json["heard"] = run.call.heard;
+    json["notHeard"] = run.call.notHeard;
+    json["plot"] = run.plot;
+  }
+  return WithReply(json, run);
+}
+
+std::string ContractRunJson(const PlatformChoice& platform, const RunRecord& run) {
+  Json json = platform;
+  json["test"] = run.test;
+  if (run.outcome.has_value()) json["passed"] = run.Passed();
+  AddOutcome(run, json);
+  AddCall(run, json);
+  return WithReply(json, run);
+}
+
+std::string RunOfSeriesJson(const RunRecord& run) {
+  Json json = Json::object();
+  AddRun(run, json);
+  if (run.failure.has_value()) json["error"] = *run.failure;
+  return TextOf(json);
+}
+
+}  // namespace host

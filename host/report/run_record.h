@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/call/module_messages.h"
+#include "host/endpoints/endpoints.h"
+#include "host/report/judgement.h"
+
+namespace host {
+
+// One run of a test, with all that the host has learned of it.
+struct RunRecord {
+  Test test = Test::kPlay;
+  std::optional<Endpoint> capture;  // the endpoints as they were chosen; none for a contract given
+  std::optional<Endpoint> render;   // nothing also for a record test that only listens
+  Limits limits;
+  CallReport call;
+  std::optional<Outcome> outcome;  // nothing when there is no reply that tells one
+  std::optional<Failure> failure;  // there when there is no outcome
+  Judgement judgement = Judgement::kFailed;
+  std::string log;                                   // the module's log file
+  std::optional<std::vector<std::string>> logLines;  // what came to it meanwhile; with --verbose
+  std::optional<std::string> plot;                   // the file that was drawn
+
+  bool Passed() const { return judgement == Judgement::kPass; }
+  // Nothing when the module measured none.
+  std::optional<double> Peak() const {
+    const bool isMeasured = test == Test::kRecord && outcome.has_value() && host::Passed(test, *outcome);
+    return isMeasured ? std::optional(outcome->maxAmplitude) : std::nullopt;
+  }
+  // The endpoint under test of a run that has one.
+  const Endpoint& Tested() const { return capture.has_value() ? *capture : *render; }
+};
+
+}  // namespace host

@@ -1,0 +1,90 @@
+#include "host/report/series.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "host/base/json.h"
+#include "host/report/run_json.h"
+#include "host/report/run_text.h"
+
+namespace host {
+namespace {
+
+bool WasInterrupted(const RunRecord& run) {
+  return run.failure.has_value() && run.failure->exitCode == ExitCode::kInterrupted;
+}
+
+std::string FailureWord(const RunRecord& run) {
+  if (run.failure.has_value()) return run.failure->exitCode == ExitCode::kTimedOut ? "timed out" : "broken";
+  if (run.judgement != Judgement::kFailed) return Word(run.judgement);
+  return std::to_string(run.outcome->returnCode);
+}
+
+// Nothing when there are no values.
+std::optional<Spread> SpreadOf(std::vector<double> values) {
+  if (values.empty()) return std::nullopt;
+  std::sort(values.begin(), values.end());
+  const std::size_t middle = values.size() / 2;
+  const double median = values.size() % 2 != 0 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+  return Spread{.minimum = values.front(), .median = median, .maximum = values.back()};
+}
+
+std::string SpreadText(const char* label, const std::optional<Spread>& spread, int decimals, const char* unit) {
+  if (!spread.has_value()) return "";
+  return fmt::format("  {0:<10} {1:<9.{4}f} {2:<9.{4}f} {3:.{4}f}{5}\n", label, spread->minimum, spread->median,
+                     spread->maximum, decimals, unit);
+}
+
+}  // namespace
+
+Series SumUp(const std::vector<RunRecord>& runs, Test test, int asked) {
+  Series series{.test = test, .asked = asked, .failures = {}, .peak = {}, .seconds = {}};
+  std::vector<double> peaks, seconds;
+  for (const RunRecord& run : runs) {
+    if (WasInterrupted(run)) continue;
+    if (run.Passed()) {
+      ++series.passes;
+    } else {
+      ++series.failures[FailureWord(run)];
+    }
+    if (run.Peak().has_value()) peaks.push_back(*run.Peak());
+    if (run.call.seconds.has_value()) seconds.push_back(*run.call.seconds);
+  }
+  series.peak = SpreadOf(std::move(peaks));
+  series.seconds = SpreadOf(std::move(seconds));
+  return series;
+}
+
+std::string SeriesText(const Series& series, const std::vector<RunRecord>& runs, const Style& style) {
+  std::string text = fmt::format("{}  {} of {} passed\n", Verdict(series.Passed(), style), series.passes, series.asked);
+  for (const auto& [word, count] : series.failures) text += fmt::format("  {:<10} {}\n", word, count);
+  if (series.seconds.has_value()) text += "\n             minimum   median    maximum\n";
+  text += SpreadText("peak", series.peak, 6, "") + SpreadText("time", series.seconds, 3, " s");
+  for (std::size_t i = 0; i < runs.size(); ++i) {
+    const Restoration& restored = runs[i].call.restored;
+    const std::string logLines = LogText(runs[i]);
+    if (!runs[i].Passed() || !restored.FoundAllAsBefore() || !logLines.empty()) {
+      text += fmt::format("\nrun {}: {}, {}\n", i + 1, runs[i].Passed() ? "pass" : FailureWord(runs[i]),
+                          RestorationText(restored));
+    }
+    text += logLines;
+  }
+  const bool allAsBefore = std::all_of(runs.begin(), runs.end(), [](const RunRecord& run) {
+    return run.call.restored.Summary() == Restoration::State::kYes;
+  });
+  return text + (allAsBefore ? "\nrestored: yes, after every run\n" : "");
+}
+
+std::string SeriesJson(const PlatformChoice& platform, const Series& series, const std::vector<RunRecord>& runs) {
+  Json json = platform;
+  json.update(Json(series));
+  std::vector<std::string> texts;
+  for (const RunRecord& run : runs) texts.push_back(RunOfSeriesJson(run));
+  std::string text = TextOf(json);
+  AppendMember(text, "runs", fmt::format("[{}]", fmt::join(texts, ",")));
+  return text;
+}
+
+}  // namespace host
