@@ -8,13 +8,13 @@
 
 namespace platform {
 
-// What an audio system finds an endpoint by: no two endpoints of one flow have the same name.
+// How an audio system finds an endpoint. No two endpoints of one flow have the same name.
 struct EndpointKey {
   EDataFlow flow = eRender;
   std::string name;  // in the audio system's own encoding
 };
 
-// An endpoint as it is now, in what every audio system tells of one.
+// An endpoint as it is now: what every audio system can tell about it.
 struct EndpointState {
   EndpointKey key;
   std::u16string id;    // what callers know it by, different for each endpoint

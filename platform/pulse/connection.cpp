@@ -74,7 +74,7 @@ HRESULT Connection::Finish(pa_operation* request, const int& error) {
       request, [](pa_operation*, void* self) { static_cast<Connection*>(self)->WakeUp(); }, this);
   const auto isOver = [request] { return pa_operation_get_state(request) != PA_OPERATION_RUNNING; };
   if (!WaitUntil(kAnswerTime, isOver)) {
-    // Its callback would write where nothing is any more.
+    // Its callback would write into a variable that is gone by then.
     pa_operation_cancel(request);
     GiveUp();
   }

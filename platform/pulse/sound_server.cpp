@@ -54,7 +54,7 @@ class SoundServer final : public platform::Backend {
     const HRESULT status = FindEndpoint(connection_, key, &endpoint);
     if (status != S_OK) return status;
     const double wanted = std::round(double{level} * PA_VOLUME_NORM);
-    // A level that is no number is neither.
+    // NaN fails both comparisons.
     const bool isLevel = wanted >= PA_VOLUME_MUTED && wanted <= PA_VOLUME_MAX;
     if (channel >= endpoint.levels.size() || !isLevel) return E_INVALIDARG;
     pa_cvolume volume = endpoint.volume;
@@ -118,7 +118,7 @@ class SoundServer final : public platform::Backend {
 }  // namespace
 
 std::unique_ptr<platform::Backend> OpenSoundServer(const std::optional<std::string>& server) {
-  // To libpulse an empty text would mean to look by itself.
+  // libpulse takes an empty text as a request to look by itself.
   if (server && server->empty()) throw platform::PlatformError("\"pulse:\" names no sound server.");
   return std::make_unique<SoundServer>(server.value_or(""));
 }

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::int64_t kHighestWord = 0xFFFFFFFF;
 
-// The rest of a description, for what refers to an endpoint.
+// The endpoints that were read so far, to be looked up by id.
 struct EndpointTable {
   std::vector<EndpointDescription>& endpoints;
   std::unordered_map<std::string, std::size_t> places;
@@ -140,7 +140,7 @@ MachineDescription ParseDescription(std::string_view json) {
   const std::vector<Node> endpoints = root["endpoints"].Elements();
   EndpointTable table{.endpoints = machine.endpoints, .places = {}};
   for (const Node& node : endpoints) machine.endpoints.push_back(ReadEndpoint(node, table));
-  // What an endpoint hears may stand behind it.
+  // An endpoint may hear one that is described after it.
   for (std::size_t i = 0; i < endpoints.size(); ++i) {
     for (const Node& node : endpoints[i]["hears"].Elements()) {
       machine.endpoints[i].hears.push_back(ReadHearing(node, table));

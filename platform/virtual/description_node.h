@@ -30,12 +30,12 @@ class Node {
   std::string Text() const;
   // The place of the text in `words`. It must be there.
   std::size_t Choice(std::span<const std::string_view> words) const;
-  // Absent, `otherwise`.
+  // These give `otherwise` when the value is absent.
   std::size_t ChoiceOr(std::size_t otherwise, std::span<const std::string_view> words) const;
   std::int64_t WholeNumberOr(std::int64_t otherwise, std::int64_t lowest, std::int64_t highest) const;
   double NumberOr(double otherwise, double lowest, double highest) const;
   bool BooleanOr(bool otherwise) const;
-  // Absent, an empty list.
+  // An empty list when the value is absent.
   std::vector<Node> Elements() const;
 
   // For a value that is of the right kind and still can't be used.

@@ -39,7 +39,7 @@ HRESULT Machine::Find(const platform::EndpointKey& key, platform::EndpointState*
 
 HRESULT Machine::SetLevel(const platform::EndpointKey& key, UINT channel, float level) {
   MachineEndpoint& endpoint = EndpointOf(key);
-  // A level that is no number is neither.
+  // NaN fails both comparisons.
   const bool isLevel = level >= 0.0F && level <= 1.0F;
   if (channel >= endpoint.levels.size() || !isLevel) return E_INVALIDARG;
   endpoint.levels[channel] = level;
@@ -84,7 +84,7 @@ MachineEndpoint& Machine::EndpointOf(const platform::EndpointKey& key) {
                        [&](const MachineEndpoint& endpoint) { return endpoint.key.name == key.name; });
 }
 
-// Levels, mute and queues change in operations only, so what they are now they have been since the last one.
+// Levels, mute and queues change only in operations, so they have had their present values since the last one.
 void Machine::Advance() {
   const Time now = clock_.Now();
   if (now == now_) return;

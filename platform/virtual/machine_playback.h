@@ -23,7 +23,7 @@ struct FrameGrid {
 // heard.
 class MachinePlayback final : public platform::Playback {
  public:
-  // `now` is the machine's time of the operation being carried out.
+  // `now` refers to the machine's time, which stands still during an operation.
   MachinePlayback(const platform::SampleFormat& format, const Time& now) : format_(format), now_(now) {}
 
   const platform::SampleFormat& Format() const { return format_; }

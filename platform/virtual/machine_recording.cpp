@@ -39,7 +39,7 @@ void MachineRecording::Take(std::int64_t frames, std::span<const double> gains, 
     }
     for (const double gain : gains) {
       double value = heard * gain;
-      // The distributions of the standard library differ between libraries; the engine doesn't.
+      // Distributions differ between standard libraries; the engine doesn't.
       if (noise != 0.0) value += noise * (static_cast<double>(random_() >> 11) * 0x1p-52 - 1.0);
       format_.Write(value, sample);
       sample += format_.SampleBytes();

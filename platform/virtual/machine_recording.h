@@ -24,7 +24,7 @@ class MachineRecording final : public platform::Recording {
   // Puts what the endpoint hears at the grid's frames into the span, a sample per frame; the span holds silence before.
   using Listen = std::function<void(std::span<double> mix, const FrameGrid& grid)>;
 
-  // `now` is the machine's time of the operation being carried out.
+  // `now` refers to the machine's time, which stands still during an operation.
   MachineRecording(const platform::SampleFormat& format, std::shared_ptr<platform::PacketQueue> packets,
                    std::uint64_t seed, const Time& now)
       : format_(format), packets_(std::move(packets)), random_(seed), now_(now) {}
