@@ -20,8 +20,8 @@ constexpr std::pair<std::string_view, const char*> kReasons[] = {
     {"after exponent", "Miss exponent in number."},
     {"object separator", "Missing a colon after a name of object member."},
     {"object key", "Missing a name for object member."},
-    {"expected '}'", "Missing a comma or } after an object member."},
-    {"expected ']'", "Missing a comma or ] after an array element."},
+    {"; expected '}'", "Missing a comma or '}' after an object member."},
+    {"; expected ']'", "Missing a comma or ']' after an array element."},
     {"; expected end of input", "The document root must not be followed by other values."},
     {"", "Invalid value."},
 };
@@ -109,12 +109,16 @@ class ContractReader : public nlohmann::json_sax<Json> {
   bool parse_error(std::size_t position, const std::string& token, const nlohmann::detail::exception& error) override {
     const std::string_view message = error.what();
     const auto isSaid = [&](std::string_view piece) { return message.find(piece) != message.npos; };
-    // The parser has read what is at fault: one character, unless it is the value of a string or a number as a whole.
-    const bool isWholeValue =
-        isSaid("unexpected string literal") || isSaid("unexpected number literal") || isSaid("number overflow");
-    const std::size_t behind = std::min(isWholeValue ? token.size() : 1, position);
+    // The parser has read what is at fault: a string or number as a whole, the character that spoils an escape sequence,
+    // or any other character.
+    std::size_t offset = position - std::min<std::size_t>(position, 1);
+    if (isSaid("unexpected string literal") || isSaid("unexpected number literal") || isSaid("number overflow")) {
+      offset = position - std::min(position, token.size());
+    } else if (isSaid("backslash") || isSaid("hex digits") || isSaid("surrogate")) {
+      offset = text_.rfind('\\', offset);
+    }
     const auto reason = std::ranges::find_if(kReasons, isSaid, [](const auto& row) { return row.first; });
-    fault = FaultAt(text_, std::min(position - behind, text_.size()),
+    fault = FaultAt(text_, std::min(offset, text_.size()),
                     open_.empty() && isSaid("unexpected end of input") ? "The document is empty." : reason->second);
     return false;
   }
