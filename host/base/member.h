@@ -9,10 +9,10 @@ namespace host {
 // json.h reads and writes every such record.
 template <class Record, class Value>
 struct Member {
+  constexpr Member(const char* name, Value Record::*pointer) : key(name), value(pointer) {}
+
   const char* key;
   Value Record::*value;
 };
-template <class Record, class Value>
-Member(const char*, Value Record::*) -> Member<Record, Value>;
 
 }  // namespace host

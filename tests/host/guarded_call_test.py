@@ -13,7 +13,7 @@ START_FAILS = {"operation": "IAudioClient::Start", "status": -2004287484}
 
 
 class Misbehaviour(HostTest):
-    def test_what_befalls_the_module_is_told(self):
+    def test_what_happens_to_the_module_is_told(self):
         cases = [(["play"], "crash", BROKEN, "crashed: "), (["run", "record", "-"], "crash", BROKEN, "crashed: "),
                  (["check", "-"], "crash", BROKEN, "crashed: "), (["check", "-"], "hang", TIMED_OUT, "longer than 0.7 s"),
                  (["--json", "play"], "hang", TIMED_OUT, "longer than 0.7 s"),
