@@ -73,9 +73,7 @@ AudioCaptureStreamClass::Packet AudioCaptureStreamClass::ReadPacket() {
   return {data, frames};
 }
 
-void AudioCaptureStreamClass::ReleasePacket(std::uint32_t frames) {
-  Require(captureClient_->ReleaseBuffer(frames));
-}
+void AudioCaptureStreamClass::ReleasePacket(std::uint32_t frames) { Require(captureClient_->ReleaseBuffer(frames)); }
 
 std::uint32_t AudioCaptureStreamClass::GetNextPacketSize() const {
   UINT32 frames = 0;

@@ -28,8 +28,6 @@ AudioRenderStreamClass::Buffer AudioRenderStreamClass::GetBuffer() {
   return {data, bufferFrames_};
 }
 
-void AudioRenderStreamClass::ReleaseBuffer(std::uint32_t frames) {
-  Require(renderClient_->ReleaseBuffer(frames, 0));
-}
+void AudioRenderStreamClass::ReleaseBuffer(std::uint32_t frames) { Require(renderClient_->ReleaseBuffer(frames, 0)); }
 
 }  // namespace audio

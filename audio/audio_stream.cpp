@@ -9,13 +9,9 @@ void AudioStreamClass::SetBufferDuration(std::int64_t duration) {
   bufferDurationSet_ = true;
 }
 
-void AudioStreamClass::Start() {
-  Require(client_->Start());
-}
+void AudioStreamClass::Start() { Require(client_->Start()); }
 
-void AudioStreamClass::Stop() {
-  Require(client_->Stop());
-}
+void AudioStreamClass::Stop() { Require(client_->Stop()); }
 
 std::uint32_t AudioStreamClass::GetCurrentPadding() const {
   UINT32 frames = 0;

@@ -12,13 +12,9 @@ EndpointVolumeSnapshotClass::EndpointVolumeSnapshotClass(AudioEndpointClass* end
   if (endpoint_ == nullptr) throw kNoEndpointGiven;
 }
 
-void EndpointVolumeSnapshotClass::SaveMute() {
-  savedMute_ = endpoint_->GetMute();
-}
+void EndpointVolumeSnapshotClass::SaveMute() { savedMute_ = endpoint_->GetMute(); }
 
-void EndpointVolumeSnapshotClass::SetMute(bool muted) {
-  endpoint_->SetMute(muted);
-}
+void EndpointVolumeSnapshotClass::SetMute(bool muted) { endpoint_->SetMute(muted); }
 
 void EndpointVolumeSnapshotClass::SaveLevels() {
   const std::uint32_t count = endpoint_->GetChannelCount();
@@ -33,9 +29,7 @@ void EndpointVolumeSnapshotClass::SetAllLevels(float level) {
   for (std::uint32_t channel = 0; channel < count; ++channel) endpoint_->SetChannelLevel(channel, limited);
 }
 
-void EndpointVolumeSnapshotClass::RestoreMute() {
-  endpoint_->SetMute(savedMute_);
-}
+void EndpointVolumeSnapshotClass::RestoreMute() { endpoint_->SetMute(savedMute_); }
 
 void EndpointVolumeSnapshotClass::RestoreLevels() {
   const std::size_t count = std::min<std::size_t>(endpoint_->GetChannelCount(), savedLevels_.size());

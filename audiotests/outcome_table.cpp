@@ -19,24 +19,15 @@ static_assert(audio::kSinkWriteFailed == ZQRMT_OUTCOME_TOO_MUCH_SOUND);
 const logging::LogRecord* LogWithSeverity(logging::Logger& logger, std::int32_t severity, std::int32_t code,
                                           const std::string& text) {
   switch (severity) {
-    case 1:
-      return logger.LogConsole(code, text, 0.0);
-    case 2:
-      return logger.LogNormal(code, text, 0.0);
-    case 3:
-      return logger.LogTest1(code, text, 0.0);
-    case 4:
-      return logger.LogNotification(code, text, 0.0);
-    case 5:
-      return logger.LogDebug1(code, text, 0.0);
-    case 7:
-      return logger.LogWarning(code, text, 0.0);
-    case 8:
-      return logger.LogError(code, text, 0.0);
-    case 9:
-      return logger.LogCritical(code, text, 0.0);
-    default:
-      return logger.LogDebug3(code, text, 0.0);
+    case 1: return logger.LogConsole(code, text, 0.0);
+    case 2: return logger.LogNormal(code, text, 0.0);
+    case 3: return logger.LogTest1(code, text, 0.0);
+    case 4: return logger.LogNotification(code, text, 0.0);
+    case 5: return logger.LogDebug1(code, text, 0.0);
+    case 7: return logger.LogWarning(code, text, 0.0);
+    case 8: return logger.LogError(code, text, 0.0);
+    case 9: return logger.LogCritical(code, text, 0.0);
+    default: return logger.LogDebug3(code, text, 0.0);
   }
 }
 

@@ -167,12 +167,8 @@ bool AudioRecordTestClass::RecordAndMeasure(std::u16string captureId, std::u16st
   }
 }
 
-void AudioRecordTestClass::LogStage(const char* stage) {
-  logger->LogDebug3(0, stage, 0.0);
-}
+void AudioRecordTestClass::LogStage(const char* stage) { logger->LogDebug3(0, stage, 0.0); }
 
-void AudioRecordTestClass::LogProgressMark(double percent) {
-  logger->LogProgress(percent, 100.0, 100.0, 0.0);
-}
+void AudioRecordTestClass::LogProgressMark(double percent) { logger->LogProgress(percent, 100.0, 100.0, 0.0); }
 
 }  // namespace ZQ_RMT_TESTS_AUDIO

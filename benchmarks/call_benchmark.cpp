@@ -29,9 +29,7 @@ void RecordCall(benchmark::State& state, const std::string& machine) {
   AudioPlatformUninitialize();
 }
 
-void RecordCallOnVirtualClock(benchmark::State& state) {
-  RecordCall(state, QuietMachine());
-}
+void RecordCallOnVirtualClock(benchmark::State& state) { RecordCall(state, QuietMachine()); }
 BENCHMARK(RecordCallOnVirtualClock)->Unit(benchmark::kMillisecond);
 
 void RecordCallOnRealClock(benchmark::State& state) {

@@ -30,14 +30,10 @@ void RoundTrip(benchmark::State& state, std::int32_t level) {
 }
 
 // While the level is set, the logger doesn't look for flag files.
-void ContractRoundTrip(benchmark::State& state) {
-  RoundTrip(state, logging::kNormal);
-}
+void ContractRoundTrip(benchmark::State& state) { RoundTrip(state, logging::kNormal); }
 BENCHMARK(ContractRoundTrip);
 
-void ContractRoundTripWithFlagProbes(benchmark::State& state) {
-  RoundTrip(state, -1);
-}
+void ContractRoundTripWithFlagProbes(benchmark::State& state) { RoundTrip(state, -1); }
 BENCHMARK(ContractRoundTripWithFlagProbes);
 
 void RapidJsonRoundTrip(benchmark::State& state) {

@@ -85,24 +85,16 @@ void RoundTrip(benchmark::State& state, std::string (*text)(std::int64_t)) {
   state.counters["memory_per_text"] = 1.0 + static_cast<double>(Peak() - before) / static_cast<double>(bytes);
 }
 
-void DevListEntries(benchmark::State& state) {
-  RoundTrip(state, DevListText);
-}
+void DevListEntries(benchmark::State& state) { RoundTrip(state, DevListText); }
 BENCHMARK(DevListEntries)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
-void Properties(benchmark::State& state) {
-  RoundTrip(state, PropertiesText);
-}
+void Properties(benchmark::State& state) { RoundTrip(state, PropertiesText); }
 BENCHMARK(Properties)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
-void LongProperties(benchmark::State& state) {
-  RoundTrip(state, LongPropertiesText);
-}
+void LongProperties(benchmark::State& state) { RoundTrip(state, LongPropertiesText); }
 BENCHMARK(LongProperties)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
-void UnknownKeys(benchmark::State& state) {
-  RoundTrip(state, UnknownKeysText);
-}
+void UnknownKeys(benchmark::State& state) { RoundTrip(state, UnknownKeysText); }
 BENCHMARK(UnknownKeys)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -14,21 +14,14 @@ using namespace host;
 CommandResult CarryOut(const Options& options) {
   const Style style = Style::Of(stdout);
   switch (options.command) {
-    case Options::Command::kList:
-      return ListEndpoints(options);
+    case Options::Command::kList: return ListEndpoints(options);
     case Options::Command::kPlay:
-    case Options::Command::kRecord:
-      return PlayOrRecord(options, style);
-    case Options::Command::kRepeat:
-      return RepeatRuns(options, style);
-    case Options::Command::kRun:
-      return RunContract(options, style);
-    case Options::Command::kCheck:
-      return CheckContract(options);
-    case Options::Command::kVersion:
-      return ShowVersion(options);
-    case Options::Command::kCompletion:
-      break;
+    case Options::Command::kRecord: return PlayOrRecord(options, style);
+    case Options::Command::kRepeat: return RepeatRuns(options, style);
+    case Options::Command::kRun: return RunContract(options, style);
+    case Options::Command::kCheck: return CheckContract(options);
+    case Options::Command::kVersion: return ShowVersion(options);
+    case Options::Command::kCompletion: break;
   }
   return TextResult(CompletionScript(options.shell));
 }

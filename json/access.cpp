@@ -15,9 +15,7 @@ namespace {
 
 constexpr std::int32_t kNoRootKey = 999;  // the framework's, above RapidJSON's own codes
 
-bool IsDigit(char16_t unit) {
-  return unit >= u'0' && unit <= u'9';
-}
+bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 
 // The value of the four hexadecimal digits at `at`, or -1 if there aren't four.
 std::int32_t HexUnit(std::u16string_view text, std::size_t at) {

@@ -44,9 +44,7 @@ bool ReadScalar(const Value* member, double& target) {
 bool ReadScalar(const Value* member, float& target) {
   return ReadAs(member, &Value::IsFloat, &Value::GetFloat, target);
 }
-bool ReadScalar(const Value* member, bool& target) {
-  return ReadAs(member, &Value::IsBool, &Value::GetBool, target);
-}
+bool ReadScalar(const Value* member, bool& target) { return ReadAs(member, &Value::IsBool, &Value::GetBool, target); }
 
 bool ReadUint64AsUint32(const Value* member, std::uint32_t& target) {
   target = 0;

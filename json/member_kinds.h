@@ -12,9 +12,7 @@
 namespace json {
 
 // The result of a read function whose value the row's line reports.
-inline ReadResult StoredToLogIf(bool stored) {
-  return stored ? ReadResult::kStoredToLog : ReadResult::kNothing;
-}
+inline ReadResult StoredToLogIf(bool stored) { return stored ? ReadResult::kStoredToLog : ReadResult::kNothing; }
 
 // The JSON value of a text, number or flag, in the memory of `document`.
 template <class Scalar>

@@ -31,9 +31,7 @@ void FindMembers(const Value& object, std::size_t count, const KeyOf& keyOf, con
 }
 
 // Whether no record can be read from the value: it is missing or no object.
-inline bool IsAbsentRecord(const Value* member) {
-  return member == nullptr || !member->IsObject();
-}
+inline bool IsAbsentRecord(const Value* member) { return member == nullptr || !member->IsObject(); }
 
 // An empty object with room for `members` members, in the memory of `document`, whose root becomes null. An object that
 // grows by itself gets room for 16, most of which a list of small records wouldn't need.

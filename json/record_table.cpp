@@ -14,12 +14,9 @@ void LogWrite(const WriteLine& line, const Field& field, const void* source) {
   if (line.id == kSilent) return;
   const auto text = [&] {
     switch (line.shows) {
-      case WriteLine::Shows::kKey:
-        return line.text + text::WideToNarrow(field.key);
-      case WriteLine::Shows::kValue:
-        return line.text + field.kind->print(source);
-      case WriteLine::Shows::kTextOnly:
-        break;
+      case WriteLine::Shows::kKey: return line.text + text::WideToNarrow(field.key);
+      case WriteLine::Shows::kValue: return line.text + field.kind->print(source);
+      case WriteLine::Shows::kTextOnly: break;
     }
     return std::string(line.text);
   };

@@ -13,10 +13,8 @@ bool MeansNotFound(DWORD error) {
     case ERROR_PATH_NOT_FOUND:
     case ERROR_BAD_NETPATH:
     case ERROR_INVALID_NAME:
-    case ERROR_DIRECTORY:
-      return true;
-    default:
-      return false;
+    case ERROR_DIRECTORY: return true;
+    default: return false;
   }
 }
 

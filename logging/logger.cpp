@@ -59,9 +59,7 @@ void Logger::SetLevel(std::int32_t level) {
   if (level >= -1 && level <= kConsole) levelOverride = level;
 }
 
-std::int32_t Logger::GetActiveLevel() const {
-  return levelOverride != -1 ? levelOverride : FlaggedLevel();
-}
+std::int32_t Logger::GetActiveLevel() const { return levelOverride != -1 ? levelOverride : FlaggedLevel(); }
 
 void Logger::SetLogFile(std::string logFile) {
   if (logFile.empty()) return;

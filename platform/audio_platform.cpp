@@ -33,12 +33,8 @@ HRESULT PropVariantClear(PROPVARIANT* value) {
   return t_platform == nullptr ? platform::ReleaseProperty(value) : t_platform->ClearProperty(value);
 }
 
-void* CoTaskMemAlloc(std::size_t bytes) {
-  return std::malloc(bytes);
-}
-void CoTaskMemFree(void* memory) {
-  std::free(memory);
-}
+void* CoTaskMemAlloc(std::size_t bytes) { return std::malloc(bytes); }
+void CoTaskMemFree(void* memory) { std::free(memory); }
 
 void Sleep(DWORD milliseconds) {
   if (t_platform != nullptr) return t_platform->Sleep(milliseconds);
@@ -67,9 +63,7 @@ std::int32_t AudioPlatformInitialize(const char* description) {
   }
 }
 
-void AudioPlatformUninitialize() {
-  t_platform.reset();
-}
+void AudioPlatformUninitialize() { t_platform.reset(); }
 
 char* AudioPlatformState() {
   if (t_platform == nullptr) return nullptr;
@@ -83,6 +77,4 @@ char* AudioPlatformState() {
   }
 }
 
-const char* AudioPlatformError() {
-  return t_error.c_str();
-}
+const char* AudioPlatformError() { return t_error.c_str(); }

@@ -44,9 +44,7 @@ const IID& InterfaceId() {
 }
 
 // The class of the device enumerator. Not every toolchain's libraries define the name CLSID_MMDeviceEnumerator.
-inline const CLSID& EnumeratorClass() {
-  return __uuidof(MMDeviceEnumerator);
-}
+inline const CLSID& EnumeratorClass() { return __uuidof(MMDeviceEnumerator); }
 
 // The class of an observer's enumerator: the ordinary class, unless the virtual machine is in front of the system's
 // audio.
@@ -84,14 +82,10 @@ inline constexpr CLSID CLSID_ObserverEnumerator = {
     0x7A0E5D1C, 0x3F5B, 0x4B1E, {0x9C, 0x46, 0x52, 0xE8, 0x0B, 0x7D, 0x91, 0x2A}};
 
 // The class of the device enumerator.
-inline const CLSID& EnumeratorClass() {
-  return CLSID_MMDeviceEnumerator;
-}
+inline const CLSID& EnumeratorClass() { return CLSID_MMDeviceEnumerator; }
 
 // The class of an observer's enumerator.
-inline const CLSID& ObserverEnumeratorClass() {
-  return CLSID_ObserverEnumerator;
-}
+inline const CLSID& ObserverEnumeratorClass() { return CLSID_ObserverEnumerator; }
 
 }  // namespace core_audio
 

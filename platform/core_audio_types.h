@@ -25,9 +25,7 @@ using LPCWSTR = const WCHAR*;
 constexpr BOOL FALSE = 0;
 constexpr BOOL TRUE = 1;
 
-constexpr HRESULT StatusFromBits(std::uint32_t bits) {
-  return static_cast<HRESULT>(bits);
-}
+constexpr HRESULT StatusFromBits(std::uint32_t bits) { return static_cast<HRESULT>(bits); }
 
 constexpr HRESULT S_OK = 0;
 constexpr HRESULT S_FALSE = 1;
@@ -58,12 +56,8 @@ constexpr HRESULT AUDCLNT_E_BUFFER_SIZE_ERROR = StatusFromBits(0x88890016);
 constexpr HRESULT AUDCLNT_E_RESOURCES_INVALIDATED = StatusFromBits(0x88890026);
 constexpr HRESULT AUDCLNT_S_BUFFER_EMPTY = StatusFromBits(0x08890001);
 
-constexpr bool SUCCEEDED(HRESULT status) {
-  return status >= 0;
-}
-constexpr bool FAILED(HRESULT status) {
-  return status < 0;
-}
+constexpr bool SUCCEEDED(HRESULT status) { return status >= 0; }
+constexpr bool FAILED(HRESULT status) { return status < 0; }
 
 struct GUID {
   std::uint32_t Data1;
@@ -109,9 +103,7 @@ struct PROPVARIANT {
   };
 };
 
-inline void PropVariantInit(PROPVARIANT* value) {
-  std::memset(value, 0, sizeof *value);
-}
+inline void PropVariantInit(PROPVARIANT* value) { std::memset(value, 0, sizeof *value); }
 
 constexpr DWORD CLSCTX_ALL = 23;
 constexpr DWORD STGM_READ = 0;

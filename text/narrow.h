@@ -18,20 +18,12 @@ std::u16string NarrowToWide(std::string_view text);
 std::u16string LowerWide(std::u16string text);
 
 // Numbers in decimal.
-inline std::string IntToText(std::int32_t number) {
-  return std::to_string(number);
-}
-inline std::string UintToText(std::uint32_t number) {
-  return std::to_string(number);
-}
-inline std::string Uint64ToText(std::uint64_t number) {
-  return std::to_string(number);
-}
+inline std::string IntToText(std::int32_t number) { return std::to_string(number); }
+inline std::string UintToText(std::uint32_t number) { return std::to_string(number); }
+inline std::string Uint64ToText(std::uint64_t number) { return std::to_string(number); }
 // With six significant digits, as %g of printf gives them.
 std::string DoubleToText(double number);
 // "true" or "false".
-inline std::string BoolToText(bool flag) {
-  return flag ? "true" : "false";
-}
+inline std::string BoolToText(bool flag) { return flag ? "true" : "false"; }
 
 }  // namespace text

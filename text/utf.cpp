@@ -7,12 +7,8 @@
 namespace text {
 namespace {
 
-bool IsHighSurrogate(char16_t unit) {
-  return unit >= 0xD800 && unit <= 0xDBFF;
-}
-bool IsLowSurrogate(char16_t unit) {
-  return unit >= 0xDC00 && unit <= 0xDFFF;
-}
+bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+bool IsLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
 std::optional<std::string> FromUtf16LittleEndian(std::string_view bytes) {
   if (bytes.size() % 2 != 0) return std::nullopt;
@@ -42,9 +38,7 @@ std::string ToUtf8(std::u16string_view text) {
   return utf8::utf16to8(units);
 }
 
-std::u16string ToUtf16(std::string_view text) {
-  return utf8::utf8to16(text);
-}
+std::u16string ToUtf16(std::string_view text) { return utf8::utf8to16(text); }
 
 std::optional<std::string> DecodeText(std::string bytes) {
   if (bytes.starts_with("\xFF\xFE")) return FromUtf16LittleEndian(std::string_view(bytes).substr(2));
@@ -53,13 +47,9 @@ std::optional<std::string> DecodeText(std::string bytes) {
   return bytes;
 }
 
-std::string ValidUtf8(std::string_view text) {
-  return utf8::replace_invalid(text);
-}
+std::string ValidUtf8(std::string_view text) { return utf8::replace_invalid(text); }
 
-std::filesystem::path PathFromUtf8(std::string_view path) {
-  return std::u8string(path.begin(), path.end());
-}
+std::filesystem::path PathFromUtf8(std::string_view path) { return std::u8string(path.begin(), path.end()); }
 
 std::string Utf8FromPath(const std::filesystem::path& path) {
   const std::u8string text = path.u8string();

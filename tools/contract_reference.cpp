@@ -16,13 +16,9 @@ namespace {
 using ZQ_RMT_MODELS::ImageField;
 using ZQ_RMT_MODELS::RMTDataContract;
 
-std::string Narrow(std::u16string_view text) {
-  return text::WideToNarrow(text);
-}
+std::string Narrow(std::u16string_view text) { return text::WideToNarrow(text); }
 
-bool IsList(const json::Field& field) {
-  return std::string(field.kind->name).starts_with("list");
-}
+bool IsList(const json::Field& field) { return std::string(field.kind->name).starts_with("list"); }
 
 // An object in which every record of the table's tree is there, as an empty object: its reply shows all defaults.
 json::Value EmptyRecords(const json::RecordTable& table, json::Document& document) {

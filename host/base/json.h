@@ -37,9 +37,7 @@ template <class Enum>
 requires requires(Enum value) {
   { Word(value) } -> std::same_as<const char*>;
 }
-void to_json(Json& json, Enum value) {
-  json = Word(value);
-}
+void to_json(Json& json, Enum value) { json = Word(value); }
 
 // What TextOf wrote of a record; nothing for any other text.
 template <class Record>
@@ -52,9 +50,7 @@ std::optional<Record> ReadJson(const std::string& text) {
 }
 
 // On one line. Bytes that aren't UTF-8 come out as U+FFFD, numbers that JSON can't hold as null.
-inline std::string TextOf(const Json& json) {
-  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
+inline std::string TextOf(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
 
 // Puts a member at the end of an object that has members. Both it and the new value are JSON texts.
 inline void AppendMember(std::string& object, const char* key, const std::string& value) {

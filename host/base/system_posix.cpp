@@ -22,9 +22,7 @@ std::filesystem::path LogDirectory() {
   return named == nullptr || *named == '\0' ? ZQRMT_LOG_DIRECTORY : named;
 }
 
-bool IsTerminal(std::FILE* stream) {
-  return isatty(fileno(stream)) == 1;
-}
+bool IsTerminal(std::FILE* stream) { return isatty(fileno(stream)) == 1; }
 
 int TerminalWidth() {
   winsize size{};

@@ -32,13 +32,9 @@ std::filesystem::path ProgramDirectory() {
   return std::filesystem::path(path).parent_path();
 }
 
-std::filesystem::path LogDirectory() {
-  return ZQRMT_LOG_DIRECTORY;
-}
+std::filesystem::path LogDirectory() { return ZQRMT_LOG_DIRECTORY; }
 
-bool IsTerminal(std::FILE* stream) {
-  return _isatty(_fileno(stream)) != 0;
-}
+bool IsTerminal(std::FILE* stream) { return _isatty(_fileno(stream)) != 0; }
 
 int TerminalWidth() {
   CONSOLE_SCREEN_BUFFER_INFO info;
@@ -46,8 +42,6 @@ int TerminalWidth() {
   return info.srWindow.Right - info.srWindow.Left + 1;
 }
 
-bool TerminalIsUtf8() {
-  return GetConsoleOutputCP() == CP_UTF8;
-}
+bool TerminalIsUtf8() { return GetConsoleOutputCP() == CP_UTF8; }
 
 }  // namespace host

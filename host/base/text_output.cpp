@@ -35,9 +35,7 @@ std::string Bar(double share, int cells, const Style& style) {
   return bar + "]";
 }
 
-double Decibels(double amplitude) {
-  return 20.0 * std::log10(amplitude);
-}
+double Decibels(double amplitude) { return 20.0 * std::log10(amplitude); }
 
 std::string FailureText(const Failure& failure) {
   std::string text = fmt::format("rmthost: {}\n", text::Printable(failure.message));

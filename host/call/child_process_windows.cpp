@@ -121,12 +121,9 @@ ChildEnd::How Await(HANDLE process, std::chrono::duration<double> timeout, const
   const HANDLE awaited[] = {reinterpret_cast<HANDLE>(interruption.Waitable()), process};
   const double milliseconds = std::clamp(timeout.count() * 1000, 0.0, 4e9);
   switch (WaitForMultipleObjects(2, awaited, FALSE, static_cast<DWORD>(milliseconds))) {
-    case WAIT_OBJECT_0:
-      return ChildEnd::How::kInterrupted;
-    case WAIT_OBJECT_0 + 1:
-      return ChildEnd::How::kExited;
-    default:
-      return ChildEnd::How::kTimedOut;
+    case WAIT_OBJECT_0: return ChildEnd::How::kInterrupted;
+    case WAIT_OBJECT_0 + 1: return ChildEnd::How::kExited;
+    default: return ChildEnd::How::kTimedOut;
   }
 }
 

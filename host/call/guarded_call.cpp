@@ -30,8 +30,7 @@ std::optional<Failure> FailureOf(const ChildEnd& end, Seconds timeout) {
     case ChildEnd::How::kCrashed:
       return Failure(ExitCode::kBroken, fmt::format("The module crashed: {}.", end.crash),
                      "Its log may tell how far it came; 'rmthost version' shows the module and the log.");
-    case ChildEnd::How::kExited:
-      break;
+    case ChildEnd::How::kExited: break;
   }
   if (end.exitCode == 0 && !end.output.empty()) return std::nullopt;
   return Failure(ExitCode::kBroken, fmt::format("The module ended its process, with exit code {}.", end.exitCode),

@@ -47,9 +47,7 @@ std::filesystem::path DefaultModuleFile() {
   return places[0];
 }
 
-std::filesystem::path LogFile() {
-  return LogDirectory() / "ZQRMLOG.LOG";
-}
+std::filesystem::path LogFile() { return LogDirectory() / "ZQRMLOG.LOG"; }
 
 Failure UnreadableReply() {
   return {ExitCode::kBroken, "The module's reply isn't a data contract with an outcome.",

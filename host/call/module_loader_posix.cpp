@@ -14,8 +14,6 @@ LoadedLibrary::LoadedLibrary(const std::filesystem::path& file)
   throw std::runtime_error(reason != nullptr ? reason : "no reason given");
 }
 
-void* LoadedLibrary::Symbol(const char* name) const {
-  return dlsym(handle_, name);
-}
+void* LoadedLibrary::Symbol(const char* name) const { return dlsym(handle_, name); }
 
 }  // namespace host

@@ -12,9 +12,7 @@
 namespace host {
 namespace {
 
-const char* Encoding(const platform::SampleFormat& format) {
-  return format.isFloat ? "float" : "pcm";
-}
+const char* Encoding(const platform::SampleFormat& format) { return format.isFloat ? "float" : "pcm"; }
 
 std::string Details(const Endpoint& endpoint) {
   std::string details = endpoint.state == EndpointState::kNotPresent ? "not present" : Word(endpoint.state);

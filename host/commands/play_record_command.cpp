@@ -27,9 +27,7 @@ Listen IsListeningWanted(const Options& options, const std::string& platform, co
 }
 
 // 0 without a tone.
-double ToneHz(const RunRecord& run) {
-  return run.render.has_value() ? kToneHz : 0.0;
-}
+double ToneHz(const RunRecord& run) { return run.render.has_value() ? kToneHz : 0.0; }
 
 // Writes a drawing: the file is there as a whole, or as it was before. Throws Failure.
 void WritePlot(const std::string& file, const std::string& drawing) {

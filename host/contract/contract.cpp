@@ -13,19 +13,13 @@ std::string IdIn(const Json* record, const char* key) {
   return id != nullptr && id->is_string() ? id->get<std::string>() : std::string();
 }
 
-const Json* AudioDataIn(const Json* core) {
-  return FindMember(FindMember(core, "DeviceInfo"), "AudioData");
-}
+const Json* AudioDataIn(const Json* core) { return FindMember(FindMember(core, "DeviceInfo"), "AudioData"); }
 
 }  // namespace
 
-const char* Word(Test test) {
-  return test == Test::kPlay ? "play" : "record";
-}
+const char* Word(Test test) { return test == Test::kPlay ? "play" : "record"; }
 
-void from_json(const Json& json, Test& test) {
-  test = json == Word(Test::kPlay) ? Test::kPlay : Test::kRecord;
-}
+void from_json(const Json& json, Test& test) { test = json == Word(Test::kPlay) ? Test::kPlay : Test::kRecord; }
 
 ContractEndpoints EndpointsNamedIn(Test test, const std::string& contract) {
   const ParsedContract parsed(contract);

@@ -14,9 +14,7 @@ namespace {
 
 constexpr std::int64_t kDeviceListPage = 20;  // entries of a device list that come back at a time
 
-const Json::object_t& MembersOf(const Json& object) {
-  return object.get_ref<const Json::object_t&>();
-}
+const Json::object_t& MembersOf(const Json& object) { return object.get_ref<const Json::object_t&>(); }
 
 // All numbers are one kind.
 bool IsOneKind(const Json& left, const Json& right) {

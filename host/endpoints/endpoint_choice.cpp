@@ -23,9 +23,7 @@ Matches Where(const Matches& endpoints, Predicate predicate) {
   return kept;
 }
 
-bool IsActive(const Endpoint* endpoint) {
-  return endpoint->state == EndpointState::kActive;
-}
+bool IsActive(const Endpoint* endpoint) { return endpoint->state == EndpointState::kActive; }
 
 bool Holds(const std::string& text, const std::string& lowerPiece) {
   return text::LowerAscii(text).find(lowerPiece) != std::string::npos;

@@ -31,14 +31,10 @@ EndpointState StateOf(IMMDevice& device) {
   DWORD state = 0;
   Require(device.GetState(&state), "IMMDevice::GetState");
   switch (state) {
-    case DEVICE_STATE_ACTIVE:
-      return EndpointState::kActive;
-    case DEVICE_STATE_DISABLED:
-      return EndpointState::kDisabled;
-    case DEVICE_STATE_UNPLUGGED:
-      return EndpointState::kUnplugged;
-    default:
-      return EndpointState::kNotPresent;
+    case DEVICE_STATE_ACTIVE: return EndpointState::kActive;
+    case DEVICE_STATE_DISABLED: return EndpointState::kDisabled;
+    case DEVICE_STATE_UNPLUGGED: return EndpointState::kUnplugged;
+    default: return EndpointState::kNotPresent;
   }
 }
 
@@ -91,9 +87,7 @@ std::vector<Endpoint> ReadFlow(IMMDeviceEnumerator& enumerator, Flow flow) {
 
 }  // namespace
 
-const char* Word(Flow flow) {
-  return flow == Flow::kRender ? "render" : "capture";
-}
+const char* Word(Flow flow) { return flow == Flow::kRender ? "render" : "capture"; }
 
 const char* Word(EndpointState state) {
   static constexpr const char* kWords[] = {"active", "disabled", "notpresent", "unplugged"};

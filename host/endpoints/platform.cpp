@@ -7,9 +7,7 @@
 
 namespace host {
 
-bool EndsWithProcess(const std::string& description) {
-  return description.starts_with("virtual");
-}
+bool EndsWithProcess(const std::string& description) { return description.starts_with("virtual"); }
 
 PlatformChoice ChoosePlatform(const std::string& asked) {
   if (asked != "auto") return {.asked = asked, .used = asked, .note = {}};

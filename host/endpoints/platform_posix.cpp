@@ -25,8 +25,6 @@ Platform::Platform(const std::string& description) {
                 "Check that the sound server runs for this user; '--platform virtual' needs none.");
 }
 
-Platform::~Platform() {
-  AudioPlatformUninitialize();
-}
+Platform::~Platform() { AudioPlatformUninitialize(); }
 
 }  // namespace host

@@ -21,21 +21,18 @@ const char* Word(Judgement judgement) {
 
 std::string JudgementText(Judgement judgement, const Outcome& outcome, const Limits& limits) {
   switch (judgement) {
-    case Judgement::kSilence:
-      return "Silence: nothing at all was heard.";
+    case Judgement::kSilence: return "Silence: nothing at all was heard.";
     case Judgement::kTooQuiet:
       return fmt::format("Too quiet: the peak {:.6f} is below {}.", outcome.maxAmplitude, *limits.minPeak);
     case Judgement::kClipping:
       return fmt::format("Clipping: the peak {:.6f} is above {}.", outcome.maxAmplitude, *limits.maxPeak);
-    default:
-      return outcome.returnMessage;
+    default: return outcome.returnMessage;
   }
 }
 
 std::string AdviceFor(Judgement judgement, const Outcome& outcome) {
   switch (judgement) {
-    case Judgement::kPass:
-      return "";
+    case Judgement::kPass: return "";
     case Judgement::kSilence:
       return "Check the cable, or that the microphone is near the speaker, and that neither has a switch of its own "
              "that is off; 'rmthost list' shows whether these are the endpoints you mean.";
@@ -45,8 +42,7 @@ std::string AdviceFor(Judgement judgement, const Outcome& outcome) {
     case Judgement::kClipping:
       return "Both endpoints were at full level during the test, so turn down the amplifier, lower the microphone's "
              "boost, or move it away from the speaker. --max-peak sets the limit.";
-    case Judgement::kFailed:
-      break;
+    case Judgement::kFailed: break;
   }
   return AdviceFor(outcome);
 }

@@ -35,17 +35,10 @@ std::string Escaped(const std::string& text) {
   std::string escaped;
   for (const char c : text::Printable(text::ValidUtf8(text))) {
     switch (c) {
-      case '&':
-        escaped += "&amp;";
-        break;
-      case '<':
-        escaped += "&lt;";
-        break;
-      case '>':
-        escaped += "&gt;";
-        break;
-      default:
-        escaped += c;
+      case '&': escaped += "&amp;"; break;
+      case '<': escaped += "&lt;"; break;
+      case '>': escaped += "&gt;"; break;
+      default: escaped += c;
     }
   }
   // Two characters of the basic plane are none in XML.

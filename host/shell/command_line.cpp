@@ -214,22 +214,14 @@ bool HasFlag(const std::vector<std::string>& arguments, const std::string& flag)
 
 const char* CommandWord(Options::Command command) {
   switch (command) {
-    case Options::Command::kList:
-      return "list";
-    case Options::Command::kPlay:
-      return "play";
-    case Options::Command::kRecord:
-      return "record";
-    case Options::Command::kRepeat:
-      return "repeat";
-    case Options::Command::kRun:
-      return "run";
-    case Options::Command::kCheck:
-      return "check";
-    case Options::Command::kVersion:
-      return "version";
-    case Options::Command::kCompletion:
-      break;
+    case Options::Command::kList: return "list";
+    case Options::Command::kPlay: return "play";
+    case Options::Command::kRecord: return "record";
+    case Options::Command::kRepeat: return "repeat";
+    case Options::Command::kRun: return "run";
+    case Options::Command::kCheck: return "check";
+    case Options::Command::kVersion: return "version";
+    case Options::Command::kCompletion: break;
   }
   return "completion";
 }

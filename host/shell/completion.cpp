@@ -12,13 +12,9 @@
 namespace host {
 namespace {
 
-bool TakesValue(const CLI::Option& option) {
-  return option.get_items_expected_max() > 0;
-}
+bool TakesValue(const CLI::Option& option) { return option.get_items_expected_max() > 0; }
 
-bool IsShown(const CLI::Option& option) {
-  return !option.get_group().empty();
-}
+bool IsShown(const CLI::Option& option) { return !option.get_group().empty(); }
 
 // The option that `name` means behind `command`: its own, or one of the commands around it.
 const CLI::Option* FindOption(const CLI::App* command, const std::string& name) {
@@ -36,9 +32,7 @@ const CLI::App* FindCommand(const CLI::App& parent, const std::string& name) {
 }
 
 // The help's description up to the first mark that ends a thought.
-std::string Short(const std::string& description) {
-  return description.substr(0, description.find_first_of(";:\n"));
-}
+std::string Short(const std::string& description) { return description.substr(0, description.find_first_of(";:\n")); }
 
 // Where the word stands that is completed, as the words before it tell.
 struct Place {

@@ -39,21 +39,15 @@ void AddNumber(json::Value& object, std::u16string_view key, std::int32_t number
 
 }  // namespace
 
-void DevListEntry::Deserialize(const json::Value* value) {
-  json::ReadRecord(kEntryTable, this, value);
-}
+void DevListEntry::Deserialize(const json::Value* value) { json::ReadRecord(kEntryTable, this, value); }
 
 json::Serialized DevListEntry::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kEntryTable, this, inComingDoc);
 }
 
-const json::RecordTable& DevListEntry::Table() {
-  return kEntryTable;
-}
+const json::RecordTable& DevListEntry::Table() { return kEntryTable; }
 
-void DevList::Deserialize(const json::Value* value) {
-  json::ReadRecord(kTable, this, value);
-}
+void DevList::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
 
 json::Serialized DevList::Serialize(json::Document* inComingDoc) const {
   GetModelLogger().LogDebug3(0, "Entering DevList::Serialize()", 0.0);
@@ -83,8 +77,6 @@ json::Serialized DevList::Serialize(json::Document* inComingDoc) const {
   return result;
 }
 
-const json::RecordTable& DevList::Table() {
-  return kTable;
-}
+const json::RecordTable& DevList::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

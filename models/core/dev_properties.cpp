@@ -52,9 +52,7 @@ json::Serialized DevProp::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kPropTable, this, inComingDoc);
 }
 
-const json::RecordTable& DevProp::Table() {
-  return kPropTable;
-}
+const json::RecordTable& DevProp::Table() { return kPropTable; }
 
 std::unique_ptr<PropertySet> DevProperties::Deserialize(const json::Value* value) {
   auto set = std::make_unique<PropertySet>();
@@ -76,8 +74,6 @@ json::Serialized DevProperties::Serialize(json::Document* inComingDoc) const {
   return result;
 }
 
-const json::RecordTable& DevProperties::Table() {
-  return kTable;
-}
+const json::RecordTable& DevProperties::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

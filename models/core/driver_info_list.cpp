@@ -42,20 +42,14 @@ json::Serialized DriverInformation::Serialize(json::Document* inComingDoc) const
   return json::WriteRecord(kDriverInformationTable, this, inComingDoc);
 }
 
-const json::RecordTable& DriverInformation::Table() {
-  return kDriverInformationTable;
-}
+const json::RecordTable& DriverInformation::Table() { return kDriverInformationTable; }
 
-void DriverInfoList::Deserialize(const json::Value* value) {
-  json::ReadRecord(kDriverInfoListTable, this, value);
-}
+void DriverInfoList::Deserialize(const json::Value* value) { json::ReadRecord(kDriverInfoListTable, this, value); }
 
 json::Serialized DriverInfoList::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kDriverInfoListTable, this, inComingDoc);
 }
 
-const json::RecordTable& DriverInfoList::Table() {
-  return kDriverInfoListTable;
-}
+const json::RecordTable& DriverInfoList::Table() { return kDriverInfoListTable; }
 
 }  // namespace ZQ_RMT_MODELS

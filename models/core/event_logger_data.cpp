@@ -33,28 +33,20 @@ constexpr json::RecordTable kTable =
 
 }  // namespace
 
-void EventModel::Deserialize(const json::Value* value) {
-  json::ReadRecord(kEventTable, this, value);
-}
+void EventModel::Deserialize(const json::Value* value) { json::ReadRecord(kEventTable, this, value); }
 
 json::Serialized EventModel::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kEventTable, this, inComingDoc);
 }
 
-const json::RecordTable& EventModel::Table() {
-  return kEventTable;
-}
+const json::RecordTable& EventModel::Table() { return kEventTable; }
 
-void EventLoggerData::Deserialize(const json::Value* value) {
-  json::ReadRecord(kTable, &processEvent, value);
-}
+void EventLoggerData::Deserialize(const json::Value* value) { json::ReadRecord(kTable, &processEvent, value); }
 
 json::Serialized EventLoggerData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, &processEvent, inComingDoc);
 }
 
-const json::RecordTable& EventLoggerData::Table() {
-  return kTable;
-}
+const json::RecordTable& EventLoggerData::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -23,17 +23,13 @@ bool RMTDataContract::Deserialize(const std::u16string& text) {
   return Deserialize(document);
 }
 
-bool RMTDataContract::Deserialize(const json::Value& value) {
-  return json::ReadRecord(kTable, this, &value);
-}
+bool RMTDataContract::Deserialize(const json::Value& value) { return json::ReadRecord(kTable, this, &value); }
 
 json::Serialized RMTDataContract::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
 }
 
-const json::RecordTable& RMTDataContract::Table() {
-  return kTable;
-}
+const json::RecordTable& RMTDataContract::Table() { return kTable; }
 
 std::u16string RMTDataContract::Serialize() const {
   json::Document document(nullptr, kStackCapacity);

@@ -17,16 +17,12 @@ constexpr json::RecordTable kTable =
 
 }  // namespace
 
-void SoftwareInfo::Deserialize(const json::Value* value) {
-  json::ReadRecord(kTable, this, value);
-}
+void SoftwareInfo::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
 
 json::Serialized SoftwareInfo::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
 }
 
-const json::RecordTable& SoftwareInfo::Table() {
-  return kTable;
-}
+const json::RecordTable& SoftwareInfo::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

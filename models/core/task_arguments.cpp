@@ -52,17 +52,13 @@ constexpr json::RecordTable kTable =
 
 }  // namespace
 
-void ArgumentData::Deserialize(const json::Value* value) {
-  json::ReadRecord(kArgumentTable, this, value);
-}
+void ArgumentData::Deserialize(const json::Value* value) { json::ReadRecord(kArgumentTable, this, value); }
 
 json::Serialized ArgumentData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kArgumentTable, this, inComingDoc);
 }
 
-const json::RecordTable& ArgumentData::Table() {
-  return kArgumentTable;
-}
+const json::RecordTable& ArgumentData::Table() { return kArgumentTable; }
 
 void ArgumentList::Deserialize(const json::Value* value) {
   // This line and the one in Serialize name the class around this one. Log readers rely on that.
@@ -93,16 +89,12 @@ json::Serialized ArgumentList::Serialize(json::Document* inComingDoc) const {
   return result;
 }
 
-void TaskArguments::Deserialize(const json::Value* value) {
-  json::ReadRecord(kTable, this, value);
-}
+void TaskArguments::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
 
 json::Serialized TaskArguments::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
 }
 
-const json::RecordTable& TaskArguments::Table() {
-  return kTable;
-}
+const json::RecordTable& TaskArguments::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

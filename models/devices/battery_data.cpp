@@ -90,9 +90,7 @@ json::Serialized BatteryDiagsProperties::Serialize(json::Document* inComingDoc) 
   return json::WriteRecord(kBatteryDiagsPropertiesTable, this, inComingDoc);
 }
 
-const json::RecordTable& BatteryDiagsProperties::Table() {
-  return kBatteryDiagsPropertiesTable;
-}
+const json::RecordTable& BatteryDiagsProperties::Table() { return kBatteryDiagsPropertiesTable; }
 
 void BatteryDiagsVariables::Deserialize(const json::Value* value) {
   json::ReadRecord(kBatteryDiagsVariablesTable, this, value);
@@ -102,9 +100,7 @@ json::Serialized BatteryDiagsVariables::Serialize(json::Document* inComingDoc) c
   return json::WriteRecord(kBatteryDiagsVariablesTable, this, inComingDoc);
 }
 
-const json::RecordTable& BatteryDiagsVariables::Table() {
-  return kBatteryDiagsVariablesTable;
-}
+const json::RecordTable& BatteryDiagsVariables::Table() { return kBatteryDiagsVariablesTable; }
 
 void BatteryResultDetails::Deserialize(const json::Value* value) {
   json::ReadRecord(kBatteryResultDetailsTable, this, value);
@@ -114,20 +110,14 @@ json::Serialized BatteryResultDetails::Serialize(json::Document* inComingDoc) co
   return json::WriteRecord(kBatteryResultDetailsTable, this, inComingDoc);
 }
 
-const json::RecordTable& BatteryResultDetails::Table() {
-  return kBatteryResultDetailsTable;
-}
+const json::RecordTable& BatteryResultDetails::Table() { return kBatteryResultDetailsTable; }
 
-void BatteryData::Deserialize(const json::Value* value) {
-  json::ReadRecord(kBatteryDataTable, this, value);
-}
+void BatteryData::Deserialize(const json::Value* value) { json::ReadRecord(kBatteryDataTable, this, value); }
 
 json::Serialized BatteryData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kBatteryDataTable, this, inComingDoc);
 }
 
-const json::RecordTable& BatteryData::Table() {
-  return kBatteryDataTable;
-}
+const json::RecordTable& BatteryData::Table() { return kBatteryDataTable; }
 
 }  // namespace ZQ_RMT_MODELS

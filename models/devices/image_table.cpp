@@ -13,9 +13,7 @@ namespace {
 
 using logging::GetModelLogger;
 
-constexpr std::uint64_t Mask(const ImageField& field) {
-  return (std::uint64_t{1} << field.bitCount) - 1;
-}
+constexpr std::uint64_t Mask(const ImageField& field) { return (std::uint64_t{1} << field.bitCount) - 1; }
 
 // All bytes that hold a bit of the number, as one little-endian value.
 std::uint64_t Load(std::span<const std::uint8_t> image, const ImageField& field) {

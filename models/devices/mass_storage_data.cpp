@@ -90,8 +90,6 @@ json::Serialized MassStorageData::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kTable, this, inComingDoc);
 }
 
-const json::RecordTable& MassStorageData::Table() {
-  return kTable;
-}
+const json::RecordTable& MassStorageData::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -55,16 +55,12 @@ static_assert(FirstBit(kFields, u"DataUnitRead") == 32 * 8 && FirstBit(kFields, 
 
 }  // namespace
 
-void NVME_HEALTH_INFO_LOG_STRUCT::Deserialize(const json::Value* value) {
-  ReadImage(kName, kFields, bytes, value);
-}
+void NVME_HEALTH_INFO_LOG_STRUCT::Deserialize(const json::Value* value) { ReadImage(kName, kFields, bytes, value); }
 
 json::Serialized NVME_HEALTH_INFO_LOG_STRUCT::Serialize(json::Document* inComingDoc) const {
   return WriteImage(kName, kFields, bytes, inComingDoc);
 }
 
-std::span<const ImageField> NVME_HEALTH_INFO_LOG_STRUCT::Fields() {
-  return kFields;
-}
+std::span<const ImageField> NVME_HEALTH_INFO_LOG_STRUCT::Fields() { return kFields; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -263,8 +263,6 @@ json::Serialized NVME_IDENTIFY_CONTROLLER_DATA_STRUCT::Serialize(json::Document*
   return WriteImage(kName, kFields, bytes, inComingDoc);
 }
 
-std::span<const ImageField> NVME_IDENTIFY_CONTROLLER_DATA_STRUCT::Fields() {
-  return kFields;
-}
+std::span<const ImageField> NVME_IDENTIFY_CONTROLLER_DATA_STRUCT::Fields() { return kFields; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -46,9 +46,7 @@ bool WriteSigned(const Field&, const void* source, json::Document&, json::Value&
 
 using Bytes = std::array<std::uint8_t, 8>;
 
-bool ReadByteArray(const json::Value* member, Bytes& target) {
-  return ReadBytes(member, target);
-}
+bool ReadByteArray(const json::Value* member, Bytes& target) { return ReadBytes(member, target); }
 
 bool WriteByteArray(const Field&, const void* source, json::Document& document, json::Value& out) {
   out = BytesValue(*static_cast<const Bytes*>(source), document);
@@ -272,17 +270,13 @@ constexpr json::RecordTable kTable = json::Table(
 
 }  // namespace
 
-void SCSIAddress::Deserialize(const json::Value* value) {
-  json::ReadRecord(kAddressTable, this, value);
-}
+void SCSIAddress::Deserialize(const json::Value* value) { json::ReadRecord(kAddressTable, this, value); }
 
 json::Serialized SCSIAddress::Serialize(json::Document* inComingDoc) const {
   return json::WriteRecord(kAddressTable, this, inComingDoc);
 }
 
-const json::RecordTable& SCSIAddress::Table() {
-  return kAddressTable;
-}
+const json::RecordTable& SCSIAddress::Table() { return kAddressTable; }
 
 void STORAGE_DEVICE_INFO::Deserialize(const json::Value* value) {
   const bool hasType = value == nullptr || !value->IsObject() || json::FindMember(*value, u"DriveType") != nullptr;
@@ -293,8 +287,6 @@ json::Serialized STORAGE_DEVICE_INFO::Serialize(json::Document* inComingDoc) con
   return json::WriteRecord(kTable, this, inComingDoc);
 }
 
-const json::RecordTable& STORAGE_DEVICE_INFO::Table() {
-  return kTable;
-}
+const json::RecordTable& STORAGE_DEVICE_INFO::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -214,8 +214,6 @@ class Client final : public Object<IAudioClient> {
 
 }  // namespace
 
-HRESULT NewClient(const Context& context, IAudioClient** client) {
-  return HandOut<Client>(client, context);
-}
+HRESULT NewClient(const Context& context, IAudioClient** client) { return HandOut<Client>(client, context); }
 
 }  // namespace platform

@@ -84,8 +84,6 @@ class Device final : public Object<IMMDevice> {
 
 }  // namespace
 
-HRESULT NewDevice(const Context& context, IMMDevice** device) {
-  return HandOut<Device>(device, context);
-}
+HRESULT NewDevice(const Context& context, IMMDevice** device) { return HandOut<Device>(device, context); }
 
 }  // namespace platform

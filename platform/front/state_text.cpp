@@ -24,14 +24,10 @@ Json Number(float value) {
 
 const char* NameOfState(DWORD state) {
   switch (state) {
-    case DEVICE_STATE_ACTIVE:
-      return "active";
-    case DEVICE_STATE_DISABLED:
-      return "disabled";
-    case DEVICE_STATE_NOTPRESENT:
-      return "notpresent";
-    default:
-      return "unplugged";
+    case DEVICE_STATE_ACTIVE: return "active";
+    case DEVICE_STATE_DISABLED: return "disabled";
+    case DEVICE_STATE_NOTPRESENT: return "notpresent";
+    default: return "unplugged";
   }
 }
 

@@ -36,9 +36,7 @@ Connection::Connection(const std::string& server) : loop_(pa_threaded_mainloop_n
   }
 }
 
-Connection::~Connection() {
-  End();
-}
+Connection::~Connection() { End(); }
 
 void Connection::End() {
   if (context_ != nullptr) {

@@ -12,9 +12,7 @@ namespace pulse_audio {
 
 namespace {
 
-std::u16string Wide(const char* text) {
-  return text::ToUtf16(text::ValidUtf8(text));
-}
+std::u16string Wide(const char* text) { return text::ToUtf16(text::ValidUtf8(text)); }
 
 // Published as the SPEAKER_ constants of WAVEFORMATEXTENSIBLE, from the lowest bit.
 constexpr pa_channel_position_t kSpeakers[] = {PA_CHANNEL_POSITION_FRONT_LEFT,
@@ -54,33 +52,20 @@ platform::SampleFormat FormatOf(const pa_sample_spec& spec, const pa_channel_map
     case PA_SAMPLE_S24LE:
     case PA_SAMPLE_S24BE:
     case PA_SAMPLE_S24_32LE:
-    case PA_SAMPLE_S24_32BE:
-      format.bits = 24;
-      break;
+    case PA_SAMPLE_S24_32BE: format.bits = 24; break;
     case PA_SAMPLE_S32LE:
-    case PA_SAMPLE_S32BE:
-      format.bits = 32;
-      break;
-    default:
-      format.bits = 16;
+    case PA_SAMPLE_S32BE: format.bits = 32; break;
+    default: format.bits = 16;
   }
   format.validBits = format.bits;
   format.channelMask = ChannelMask(map);
   return format;
 }
 
-constexpr EDataFlow FlowOf(const pa_sink_info&) {
-  return eRender;
-}
-constexpr EDataFlow FlowOf(const pa_source_info&) {
-  return eCapture;
-}
-bool HasFlatVolume(const pa_sink_info& sink) {
-  return (sink.flags & PA_SINK_FLAT_VOLUME) != 0;
-}
-bool HasFlatVolume(const pa_source_info& source) {
-  return (source.flags & PA_SOURCE_FLAT_VOLUME) != 0;
-}
+constexpr EDataFlow FlowOf(const pa_sink_info&) { return eRender; }
+constexpr EDataFlow FlowOf(const pa_source_info&) { return eCapture; }
+bool HasFlatVolume(const pa_sink_info& sink) { return (sink.flags & PA_SINK_FLAT_VOLUME) != 0; }
+bool HasFlatVolume(const pa_source_info& source) { return (source.flags & PA_SOURCE_FLAT_VOLUME) != 0; }
 
 template <class Info>
 ServerEndpoint EndpointFrom(const Info& info) {

@@ -7,14 +7,10 @@ namespace {
 pa_sample_format_t ServerFormat(const platform::SampleFormat& format) {
   if (format.isFloat) return PA_SAMPLE_FLOAT32LE;
   switch (format.bits) {
-    case 8:
-      return PA_SAMPLE_U8;
-    case 16:
-      return PA_SAMPLE_S16LE;
-    case 24:
-      return PA_SAMPLE_S24LE;
-    default:
-      return PA_SAMPLE_S32LE;
+    case 8: return PA_SAMPLE_U8;
+    case 16: return PA_SAMPLE_S16LE;
+    case 24: return PA_SAMPLE_S24LE;
+    default: return PA_SAMPLE_S32LE;
   }
 }
 

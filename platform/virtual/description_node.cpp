@@ -19,9 +19,7 @@ std::string Shown(const Json& value) {
   return text.size() > kMostShown ? "a long text" : text;
 }
 
-std::string InQuotes(std::string_view text) {
-  return '"' + std::string(text) + '"';
-}
+std::string InQuotes(std::string_view text) { return '"' + std::string(text) + '"'; }
 
 std::string Listed(std::span<const std::string_view> words) {
   std::string list;
@@ -44,13 +42,9 @@ Node Node::operator[](std::string_view key) const {
   return Node(member == value_->end() ? nullptr : &*member, PathOfMember(path_, key));
 }
 
-bool Node::IsNull() const {
-  return IsThere() && value_->is_null();
-}
+bool Node::IsNull() const { return IsThere() && value_->is_null(); }
 
-bool Node::IsText(std::string_view text) const {
-  return IsThere() && *value_ == text;
-}
+bool Node::IsText(std::string_view text) const { return IsThere() && *value_ == text; }
 
 std::string Node::Text() const {
   MustBeThere();
@@ -107,12 +101,8 @@ void Node::MustBeThere() const {
   if (!IsThere()) Refuse("must be given");
 }
 
-void Node::Refuse(std::string_view reason) const {
-  RefuseAt(path_, reason);
-}
+void Node::Refuse(std::string_view reason) const { RefuseAt(path_, reason); }
 
-void Node::Expect(const std::string& what) const {
-  Refuse("must be " + what + ", not " + Shown(*value_));
-}
+void Node::Expect(const std::string& what) const { Refuse("must be " + what + ", not " + Shown(*value_)); }
 
 }  // namespace virtual_audio

@@ -124,8 +124,6 @@ void PutMachineInFrontOf(HMODULE module) {
   }
 }
 
-std::string MachineState() {
-  return g_machine == nullptr ? std::string() : g_machine->StateText();
-}
+std::string MachineState() { return g_machine == nullptr ? std::string() : g_machine->StateText(); }
 
 }  // namespace virtual_audio

@@ -30,9 +30,7 @@ std::vector<float> Sound(double rate, double hertz, double amplitude, double noi
   return samples;
 }
 
-double Db(double amplitude) {
-  return 20.0 * std::log10(amplitude);
-}
+double Db(double amplitude) { return 20.0 * std::log10(amplitude); }
 
 TEST(Summarise, FindsLevelFrequencyAndNoiseOfAKnownSound) {
   struct Case {

@@ -22,16 +22,10 @@ struct Child {
 constexpr json::Field kChildFields[] = {json::row<&Child::Number>(u"Number", {.id = 5})};
 constexpr json::RecordTable kChild =
     json::Table({.name = "Child", .fields = kChildFields, .logsSerializeEntry = false});
-void Child::Deserialize(const json::Value* value) {
-  json::ReadRecord(kChild, this, value);
-}
-json::Serialized Child::Serialize(json::Document* document) const {
-  return json::WriteRecord(kChild, this, document);
-}
+void Child::Deserialize(const json::Value* value) { json::ReadRecord(kChild, this, value); }
+json::Serialized Child::Serialize(json::Document* document) const { return json::WriteRecord(kChild, this, document); }
 
-const json::RecordTable& Child::Table() {
-  return kChild;
-}
+const json::RecordTable& Child::Table() { return kChild; }
 
 // One member of every kind.
 struct Record {

@@ -22,9 +22,7 @@ TEST_F(LoggerTest, FailingProbesAreRaised) {
   ExpectRaised("exists", [&] { logger.LogNormal(1, "", 0.0); });
 }
 
-TEST_F(LoggerTest, ABackslashIsNoSeparator) {
-  EXPECT_EQ(NormalizeLogName("D:\\x\\a.log"), kDefaultLogName);
-}
+TEST_F(LoggerTest, ABackslashIsNoSeparator) { EXPECT_EQ(NormalizeLogName("D:\\x\\a.log"), kDefaultLogName); }
 
 // Only here, because such a time ends the process in Wine's C library.
 TEST_F(LoggerTest, ATimeThatCannotBeShownIsEmpty) {

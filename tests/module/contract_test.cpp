@@ -31,9 +31,7 @@ std::string Audio(const std::string& command, const std::string& amplitude, cons
          target + R"("})";
 }
 
-std::string Core(const std::string& members) {
-  return R"({"CoreData":{)" + members + "}}";
-}
+std::string Core(const std::string& members) { return R"({"CoreData":{)" + members + "}}"; }
 
 const std::string kBadInput = Reply(ZQRMT_RETURN_BAD_INPUT, "Bad JSON input.");
 const std::string kNoAudio = Audio("-1", "0.0", "");

@@ -27,9 +27,7 @@ const Sweep kSweeps[] = {
 };
 
 // The value has been copied when it is cleared, so the result doesn't matter to the test.
-bool FailureIsHarmless(const Operation& operation) {
-  return operation.name == "PropVariantClear";
-}
+bool FailureIsHarmless(const Operation& operation) { return operation.name == "PropVariantClear"; }
 
 // Another success status of GetValue isn't taken for a failure. The value is empty, so the next step fails.
 bool FailsLater(const Operation& operation, HRESULT status) {

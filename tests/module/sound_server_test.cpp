@@ -21,21 +21,15 @@ constexpr const char* kPlay = R"({"CoreData":{"DeviceInfo":{"DeviceInstanceID":"
 constexpr const char* kRecord =
     R"({"CoreData":{"DeviceInfo":{"DeviceInstanceID":"mic","AudioData":{"targetDevice":"speaker"}}}})";
 
-pid_t ServerProcess() {
-  return std::atoi(std::getenv("ZQRMT_SOUND_SERVER_PID"));
-}
-bool IsPulseAudio() {
-  return std::string(std::getenv("ZQRMT_SOUND_SERVER")) == "pulseaudio";
-}
+pid_t ServerProcess() { return std::atoi(std::getenv("ZQRMT_SOUND_SERVER_PID")); }
+bool IsPulseAudio() { return std::string(std::getenv("ZQRMT_SOUND_SERVER")) == "pulseaudio"; }
 
 std::string State() {
   const std::unique_ptr<char, decltype(&std::free)> text(AudioPlatformState(), &std::free);
   return text.get();
 }
 
-bool Contains(const std::string& text, const std::string& piece) {
-  return text.find(piece) != text.npos;
-}
+bool Contains(const std::string& text, const std::string& piece) { return text.find(piece) != text.npos; }
 
 double Amplitude(const std::string& reply) {
   constexpr std::string_view kKey = R"("maxAmplitude":)";
@@ -119,9 +113,7 @@ struct Loss {
   HRESULT status;       // of the endpoint's operations after that
 };
 
-void PrintTo(const Loss& loss, std::ostream* stream) {
-  *stream << loss.name;
-}
+void PrintTo(const Loss& loss, std::ostream* stream) { *stream << loss.name; }
 
 class SoundServerLoss : public SoundServer, public testing::WithParamInterface<Loss> {};
 

@@ -16,9 +16,7 @@ inline std::string WriteMachine(const TempDirectory& directory, const std::strin
 }
 
 // On Windows a wide character is another name for the same 16 bits.
-inline LPCWSTR Wide(const char16_t* text) {
-  return reinterpret_cast<LPCWSTR>(text);
-}
+inline LPCWSTR Wide(const char16_t* text) { return reinterpret_cast<LPCWSTR>(text); }
 
 // Null on a thread that is on no platform.
 inline ComPtr<IMMDeviceEnumerator> Enumerator() {

@@ -214,9 +214,7 @@ std::string DescribeVirtual(const TempDirectory& directory) {
 INSTANTIATE_TEST_SUITE_P(Virtual, PlatformContract, testing::Values(DescribeVirtual));
 
 // The server of support/sound_server.py, when the program is run with one.
-std::string DescribeSoundServer(const TempDirectory&) {
-  return "pulse";
-}
+std::string DescribeSoundServer(const TempDirectory&) { return "pulse"; }
 std::vector<Backend> SoundServer() {
   return std::getenv("ZQRMT_SOUND_SERVER") == nullptr ? std::vector<Backend>()
                                                       : std::vector<Backend>{DescribeSoundServer};

@@ -43,10 +43,6 @@ void AudioPlatformUninitialize() {
   g_isInitialized = false;
 }
 
-char* AudioPlatformState() {
-  return g_isInitialized ? _strdup(virtual_audio::MachineState().c_str()) : nullptr;
-}
+char* AudioPlatformState() { return g_isInitialized ? _strdup(virtual_audio::MachineState().c_str()) : nullptr; }
 
-const char* AudioPlatformError() {
-  return g_error.c_str();
-}
+const char* AudioPlatformError() { return g_error.c_str(); }

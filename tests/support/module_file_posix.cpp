@@ -5,9 +5,7 @@
 #include "tests/support/module_file.h"
 #include "tests/support/process.h"
 
-std::filesystem::path ModuleFile::LogDirectory(const std::filesystem::path& parent) {
-  return parent / "log";
-}
+std::filesystem::path ModuleFile::LogDirectory(const std::filesystem::path& parent) { return parent / "log"; }
 
 // Loads the module as it is shipped. Each test names a log directory of its own.
 ModuleFile::ModuleFile(const std::filesystem::path& log) {
@@ -19,10 +17,6 @@ ModuleFile::ModuleFile(const std::filesystem::path& log) {
 // The module stays loaded until the process ends, so that the leak checker can name its functions.
 ModuleFile::~ModuleFile() = default;
 
-void* ModuleFile::Export(const char* name) const {
-  return dlsym(handle_, name);
-}
+void* ModuleFile::Export(const char* name) const { return dlsym(handle_, name); }
 
-std::string ModuleFile::AsciiLine(const std::string& line) {
-  return line;
-}
+std::string ModuleFile::AsciiLine(const std::string& line) { return line; }

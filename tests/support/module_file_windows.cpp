@@ -19,9 +19,7 @@ std::filesystem::path ClearedLogDirectory() {
 
 }  // namespace
 
-std::filesystem::path ModuleFile::LogDirectory(const std::filesystem::path&) {
-  return ClearedLogDirectory();
-}
+std::filesystem::path ModuleFile::LogDirectory(const std::filesystem::path&) { return ClearedLogDirectory(); }
 
 // Loads the module as it is shipped. Its log directory was fixed when it was built.
 ModuleFile::ModuleFile(const std::filesystem::path&) : handle_(LoadLibraryA(ZQRMT_TEST_MODULE)) {

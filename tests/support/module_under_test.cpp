@@ -46,9 +46,7 @@ ModuleUnderTest::ModuleUnderTest(void (*prepareLog)(const std::filesystem::path&
   module_.emplace(log_);
 }
 
-ModuleUnderTest::~ModuleUnderTest() {
-  AudioPlatformUninitialize();
-}
+ModuleUnderTest::~ModuleUnderTest() { AudioPlatformUninitialize(); }
 
 void ModuleUnderTest::StartMachine(std::string_view description) {
   const std::string file = directory_ / "machine.json";
@@ -83,9 +81,7 @@ std::string ModuleUnderTest::CallWide(const char* function, const char16_t* cont
   return reply == nullptr ? "(null)" : utf8::utf16to8(std::u16string(reinterpret_cast<char16_t*>(reply.get())));
 }
 
-void ModuleUnderTest::SetFlag(const std::string& level) {
-  std::ofstream(log_ / (level + ".flg"));
-}
+void ModuleUnderTest::SetFlag(const std::string& level) { std::ofstream(log_ / (level + ".flg")); }
 
 std::vector<std::string> ModuleUnderTest::LogLines() const {
   constexpr std::size_t kTimeLength = 26;

@@ -11,9 +11,7 @@
 #include "tests/support/temp_directory.h"
 
 // The return code as it stands in a reply.
-inline std::string ReturnCode(int code) {
-  return R"("ReturnCode":)" + std::to_string(code);
-}
+inline std::string ReturnCode(int code) { return R"("ReturnCode":)" + std::to_string(code); }
 
 // An operation of the virtual machine's trace.
 struct Operation {

@@ -5,9 +5,7 @@
 
 #include "tests/support/process.h"
 
-void SetEnvironment(const char* name, const std::string& value) {
-  setenv(name, value.c_str(), 1);
-}
+void SetEnvironment(const char* name, const std::string& value) { setenv(name, value.c_str(), 1); }
 
 void SetTimeZone(const std::string& zone) {
   SetEnvironment("TZ", zone);

@@ -6,9 +6,7 @@
 
 #include "tests/support/process.h"
 
-void SetEnvironment(const char* name, const std::string& value) {
-  _putenv_s(name, value.c_str());
-}
+void SetEnvironment(const char* name, const std::string& value) { _putenv_s(name, value.c_str()); }
 
 void SetTimeZone(const std::string& zone) {
   SetEnvironment("TZ", zone);
