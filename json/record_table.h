@@ -18,7 +18,8 @@
 #include <string>
 #include <string_view>
 
-#include "json/forward.h"
+#include "json/record.h"
+#include "json/types.h"
 
 namespace json {
 
@@ -145,13 +146,10 @@ consteval std::array<std::uint8_t, count> WriteOrder(const std::u16string_view (
   return order;
 }
 
-// Reads `value` into `record`, an object of the table's class, and returns whether any row stored a value. A null
-// `value` is read as an object without keys. A value that is no object reads nothing and logs nothing.
-bool ReadRecord(const RecordTable& table, void* record, const Value* value);
-
-// Writes `record` as an object in the memory of `inComingDoc` or, if that is null, of a new document that the result
-// owns.
-Serialized WriteRecord(const RecordTable& table, const void* record, Document* inComingDoc);
+template <class Class>
+Serialized Record<Class>::Serialize(Document* inComingDoc) const {
+  return WriteRecord(Class::Table(), static_cast<const Class*>(this), inComingDoc);
+}
 
 // The text of the row's line, without the value.
 std::string ReadLine(const Field& field);

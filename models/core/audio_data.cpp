@@ -20,12 +20,6 @@ constexpr json::RecordTable kTable = json::Table({.name = "AudioData",
 
 }  // namespace
 
-void AudioData::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
-
-json::Serialized AudioData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, this, inComingDoc);
-}
-
 const json::RecordTable& AudioData::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -37,12 +37,6 @@ constexpr json::RecordTable kTable = json::Table({.name = "CoreData",
 
 }  // namespace
 
-void CoreData::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
-
-json::Serialized CoreData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, this, inComingDoc);
-}
-
 const json::RecordTable& CoreData::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

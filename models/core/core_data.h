@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "json/forward.h"
+#include "json/record.h"
 #include "models/core/device_info.h"
 #include "models/core/diagnostic_info.h"
 #include "models/core/driver_info_list.h"
@@ -17,7 +17,7 @@
 namespace ZQ_RMT_MODELS {
 
 // The record under the contract's root: the identity of the task, its outcome, and the nested records.
-class CoreData {
+class CoreData : public json::Record<CoreData> {
  public:
   std::u16string TimeStamp;
   std::u16string TaskName;
@@ -36,8 +36,6 @@ class CoreData {
   std::unique_ptr<ZQ_RMT_MODELS::TaskArguments> TaskArguments;
   std::unique_ptr<ZQ_RMT_MODELS::DriverInfoList> DriverInfoList;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

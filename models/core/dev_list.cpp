@@ -39,12 +39,6 @@ void AddNumber(json::Value& object, std::u16string_view key, std::int32_t number
 
 }  // namespace
 
-void DevListEntry::Deserialize(const json::Value* value) { json::ReadRecord(kEntryTable, this, value); }
-
-json::Serialized DevListEntry::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kEntryTable, this, inComingDoc);
-}
-
 const json::RecordTable& DevListEntry::Table() { return kEntryTable; }
 
 void DevList::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }

@@ -4,12 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "json/forward.h"
+#include "json/record.h"
 
 namespace ZQ_RMT_MODELS {
 
 // One device of a list, with what identifies it.
-class DevListEntry {
+class DevListEntry : public json::Record<DevListEntry> {
  public:
   std::u16string DeviceID;
   std::u16string DeviceInstanceID;
@@ -17,8 +17,6 @@ class DevListEntry {
   std::u16string DUID;
   std::u16string Type;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

@@ -69,12 +69,6 @@ constexpr json::RecordTable kTable = json::Table({.name = "DeviceInfo", .fields 
 
 }  // namespace
 
-void DeviceInfo::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
-
-json::Serialized DeviceInfo::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, this, inComingDoc);
-}
-
 const json::RecordTable& DeviceInfo::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

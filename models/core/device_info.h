@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "json/forward.h"
+#include "json/record.h"
 #include "models/core/audio_data.h"
 #include "models/core/dev_list.h"
 #include "models/core/dev_properties.h"
@@ -21,7 +21,7 @@
 namespace ZQ_RMT_MODELS {
 
 // The device that a task is about: what identifies it, and a nested record for each family of devices.
-class DeviceInfo {
+class DeviceInfo : public json::Record<DeviceInfo> {
  public:
   std::u16string DeviceID;
   // For the playback test the id of the render endpoint, for the record test that of the capture endpoint.
@@ -43,8 +43,6 @@ class DeviceInfo {
   std::unique_ptr<ZQ_RMT_MODELS::DevList> DevList;
   std::unique_ptr<ZQ_RMT_MODELS::DevProperties> DevProperties;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

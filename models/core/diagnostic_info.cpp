@@ -50,12 +50,6 @@ json::Serialized DiagData::Serialize(json::Document* inComingDoc) const {
   return result;
 }
 
-void DiagnosticInfo::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
-
-json::Serialized DiagnosticInfo::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, this, inComingDoc);
-}
-
 const json::RecordTable& DiagnosticInfo::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

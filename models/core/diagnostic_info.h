@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "json/forward.h"
+#include "json/record.h"
 #include "json/text_map.h"
 
 namespace ZQ_RMT_MODELS {
@@ -19,7 +19,7 @@ class DiagData {
 };
 
 // A diagnostic and its results. Reading adds to the results that are there.
-class DiagnosticInfo {
+class DiagnosticInfo : public json::Record<DiagnosticInfo> {
  public:
   std::u16string DiagnosticName;
   std::u16string DiagnosticID;
@@ -28,8 +28,6 @@ class DiagnosticInfo {
   std::u16string DiagnosticDataType;
   std::vector<DiagData> DiagnosticData;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

@@ -44,12 +44,6 @@ json::Serialized DriverInformation::Serialize(json::Document* inComingDoc) const
 
 const json::RecordTable& DriverInformation::Table() { return kDriverInformationTable; }
 
-void DriverInfoList::Deserialize(const json::Value* value) { json::ReadRecord(kDriverInfoListTable, this, value); }
-
-json::Serialized DriverInfoList::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kDriverInfoListTable, this, inComingDoc);
-}
-
 const json::RecordTable& DriverInfoList::Table() { return kDriverInfoListTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "json/forward.h"
+#include "json/record.h"
 
 namespace ZQ_RMT_MODELS {
 
@@ -32,14 +32,12 @@ class DriverInformation {
 };
 
 // The driver updates of a machine.
-class DriverInfoList {
+class DriverInfoList : public json::Record<DriverInfoList> {
  public:
   std::int32_t TotalUpdatesCount = 0;
   std::vector<std::u16string> Title;
   std::vector<DriverInformation> DriverinformationList;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

@@ -33,12 +33,6 @@ constexpr json::RecordTable kTable =
 
 }  // namespace
 
-void EventModel::Deserialize(const json::Value* value) { json::ReadRecord(kEventTable, this, value); }
-
-json::Serialized EventModel::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kEventTable, this, inComingDoc);
-}
-
 const json::RecordTable& EventModel::Table() { return kEventTable; }
 
 void EventLoggerData::Deserialize(const json::Value* value) { json::ReadRecord(kTable, &processEvent, value); }

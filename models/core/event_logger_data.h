@@ -3,20 +3,18 @@
 #include <cstdint>
 #include <string>
 
-#include "json/forward.h"
+#include "json/record.h"
 
 namespace ZQ_RMT_MODELS {
 
 // One event for the host's event log.
-class EventModel {
+class EventModel : public json::Record<EventModel> {
  public:
   std::int32_t EventID = 0;
   std::u16string Payload;
   std::u16string Source;
   std::int32_t Severity = 0;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

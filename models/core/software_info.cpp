@@ -17,12 +17,6 @@ constexpr json::RecordTable kTable =
 
 }  // namespace
 
-void SoftwareInfo::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
-
-json::Serialized SoftwareInfo::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, this, inComingDoc);
-}
-
 const json::RecordTable& SoftwareInfo::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -4,12 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "json/forward.h"
+#include "json/record.h"
 
 namespace ZQ_RMT_MODELS {
 
 // The software that a task concerns.
-class SoftwareInfo {
+class SoftwareInfo : public json::Record<SoftwareInfo> {
  public:
   std::u16string ProductName;
   std::u16string LibraryList;
@@ -17,8 +17,6 @@ class SoftwareInfo {
   std::u16string SignatureInfo;
   std::u16string BuildDate;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

@@ -16,12 +16,6 @@ constexpr json::RecordTable kTable =
 
 }  // namespace
 
-void StateInfo::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
-
-json::Serialized StateInfo::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, this, inComingDoc);
-}
-
 const json::RecordTable& StateInfo::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

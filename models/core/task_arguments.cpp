@@ -52,12 +52,6 @@ constexpr json::RecordTable kTable =
 
 }  // namespace
 
-void ArgumentData::Deserialize(const json::Value* value) { json::ReadRecord(kArgumentTable, this, value); }
-
-json::Serialized ArgumentData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kArgumentTable, this, inComingDoc);
-}
-
 const json::RecordTable& ArgumentData::Table() { return kArgumentTable; }
 
 void ArgumentList::Deserialize(const json::Value* value) {
@@ -87,12 +81,6 @@ json::Serialized ArgumentList::Serialize(json::Document* inComingDoc) const {
   }
   GetModelLogger().LogDebug2(786, "Serialize Complete:ArgumentList", 0.0);
   return result;
-}
-
-void TaskArguments::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
-
-json::Serialized TaskArguments::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, this, inComingDoc);
 }
 
 const json::RecordTable& TaskArguments::Table() { return kTable; }

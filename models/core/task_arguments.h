@@ -4,18 +4,16 @@
 #include <string>
 #include <vector>
 
-#include "json/forward.h"
+#include "json/record.h"
 
 namespace ZQ_RMT_MODELS {
 
 // An argument of a task. The value is a text, whatever it means to the task.
-class ArgumentData {
+class ArgumentData : public json::Record<ArgumentData> {
  public:
   std::u16string TaskArgumentName;
   std::u16string TaskArgumentValue;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 
@@ -30,12 +28,10 @@ class ArgumentList {
 };
 
 // Holds the arguments of a task.
-class TaskArguments {
+class TaskArguments : public json::Record<TaskArguments> {
  public:
   std::unique_ptr<ZQ_RMT_MODELS::ArgumentList> ArgumentList;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

@@ -52,27 +52,9 @@ constexpr json::RecordTable kUIRenderingTable =
 
 }  // namespace
 
-void LanguageInfo::Deserialize(const json::Value* value) { json::ReadRecord(kLanguageInfoTable, this, value); }
-
-json::Serialized LanguageInfo::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kLanguageInfoTable, this, inComingDoc);
-}
-
 const json::RecordTable& LanguageInfo::Table() { return kLanguageInfoTable; }
 
-void UIParameters::Deserialize(const json::Value* value) { json::ReadRecord(kUIParametersTable, this, value); }
-
-json::Serialized UIParameters::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kUIParametersTable, this, inComingDoc);
-}
-
 const json::RecordTable& UIParameters::Table() { return kUIParametersTable; }
-
-void UIRendering::Deserialize(const json::Value* value) { json::ReadRecord(kUIRenderingTable, this, value); }
-
-json::Serialized UIRendering::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kUIRenderingTable, this, inComingDoc);
-}
 
 const json::RecordTable& UIRendering::Table() { return kUIRenderingTable; }
 

@@ -4,36 +4,32 @@
 #include <string>
 #include <vector>
 
-#include "json/forward.h"
+#include "json/record.h"
 
 namespace ZQ_RMT_MODELS {
 
 // The language in which to speak to the user.
-class LanguageInfo {
+class LanguageInfo : public json::Record<LanguageInfo> {
  public:
   std::u16string Direction;
   std::u16string CultureInfo;  // read only if Direction is there, of whatever kind
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 
 // One parameter of a request to the user.
-class UIParameters {
+class UIParameters : public json::Record<UIParameters> {
  public:
   std::u16string Label;
   std::u16string Type;
   std::u16string ActionName;
   std::vector<std::u16string> DataValues;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 
 // What a task asks its host to show to the user.
-class UIRendering {
+class UIRendering : public json::Record<UIRendering> {
  public:
   std::u16string CategoryType;
   std::u16string CategoryOrder;
@@ -46,8 +42,6 @@ class UIRendering {
   std::vector<UIParameters> Parameters;
   std::unique_ptr<ZQ_RMT_MODELS::LanguageInfo> LanguageInfo;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

@@ -112,12 +112,6 @@ json::Serialized BatteryResultDetails::Serialize(json::Document* inComingDoc) co
 
 const json::RecordTable& BatteryResultDetails::Table() { return kBatteryResultDetailsTable; }
 
-void BatteryData::Deserialize(const json::Value* value) { json::ReadRecord(kBatteryDataTable, this, value); }
-
-json::Serialized BatteryData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kBatteryDataTable, this, inComingDoc);
-}
-
 const json::RecordTable& BatteryData::Table() { return kBatteryDataTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "json/forward.h"
+#include "json/record.h"
 
 namespace ZQ_RMT_MODELS {
 
@@ -85,15 +85,13 @@ class BatteryResultDetails {
 };
 
 // One battery.
-class BatteryData {
+class BatteryData : public json::Record<BatteryData> {
  public:
   std::int32_t BatteryIndex = 0;
   std::unique_ptr<ZQ_RMT_MODELS::BatteryResultDetails> BatteryResultDetails;
   std::unique_ptr<ZQ_RMT_MODELS::BatteryDiagsProperties> BatteryDiagsProperties;
   std::unique_ptr<ZQ_RMT_MODELS::BatteryDiagsVariables> BatteryDiagsVariables;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

@@ -12,12 +12,6 @@ constexpr json::RecordTable kTable = json::Table({.name = "CameraData", .fields 
 
 }  // namespace
 
-void CameraData::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
-
-json::Serialized CameraData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, this, inComingDoc);
-}
-
 const json::RecordTable& CameraData::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

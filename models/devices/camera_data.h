@@ -2,17 +2,15 @@
 
 #include <string>
 
-#include "json/forward.h"
+#include "json/record.h"
 
 namespace ZQ_RMT_MODELS {
 
 // A camera. If the record is null, it is read from the device record around it instead, which has the key too.
-class CameraData {
+class CameraData : public json::Record<CameraData> {
  public:
   std::u16string DeviceDescription;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

@@ -24,12 +24,6 @@ constexpr json::RecordTable kTable = json::Table({.name = "CPUData", .fields = k
 
 }  // namespace
 
-void CPUData::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
-
-json::Serialized CPUData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, this, inComingDoc);
-}
-
 const json::RecordTable& CPUData::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -4,12 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "json/forward.h"
+#include "json/record.h"
 
 namespace ZQ_RMT_MODELS {
 
 // A processor and a stress run on it. The wire names no unit of speeds and temperatures.
-class CPUData {
+class CPUData : public json::Record<CPUData> {
  public:
   std::int32_t CoreCount = 0;
   std::vector<std::int32_t> CoreSpeed;
@@ -26,8 +26,6 @@ class CPUData {
   float heatScore = 0.0F;
   std::int32_t averageTemp = 0;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

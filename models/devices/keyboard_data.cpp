@@ -17,12 +17,6 @@ constexpr json::RecordTable kTable = json::Table({.name = "KeyboardData", .field
 
 }  // namespace
 
-void KeyboardData::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
-
-json::Serialized KeyboardData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, this, inComingDoc);
-}
-
 const json::RecordTable& KeyboardData::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

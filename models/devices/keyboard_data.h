@@ -4,12 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "json/forward.h"
+#include "json/record.h"
 
 namespace ZQ_RMT_MODELS {
 
 // A keyboard and the keys that were pressed on it. -1 stands for not set.
-class KeyboardData {
+class KeyboardData : public json::Record<KeyboardData> {
  public:
   std::int32_t CommandExecuted = -1;
   std::int32_t KybdConfiguration = -1;
@@ -19,8 +19,6 @@ class KeyboardData {
   std::vector<std::u16string> hexValuesPressed;
   std::vector<std::u16string> hexValuesReleased;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

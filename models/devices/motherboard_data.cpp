@@ -64,27 +64,9 @@ json::Serialized TemperatureZoneData::Serialize(json::Document* inComingDoc) con
 
 const json::RecordTable& TemperatureZoneData::Table() { return kTemperatureZoneDataTable; }
 
-void FanData::Deserialize(const json::Value* value) { json::ReadRecord(kFanDataTable, this, value); }
-
-json::Serialized FanData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kFanDataTable, this, inComingDoc);
-}
-
 const json::RecordTable& FanData::Table() { return kFanDataTable; }
 
-void SensorDataClass::Deserialize(const json::Value* value) { json::ReadRecord(kSensorDataClassTable, this, value); }
-
-json::Serialized SensorDataClass::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kSensorDataClassTable, this, inComingDoc);
-}
-
 const json::RecordTable& SensorDataClass::Table() { return kSensorDataClassTable; }
-
-void MotherboardData::Deserialize(const json::Value* value) { json::ReadRecord(kMotherboardDataTable, this, value); }
-
-json::Serialized MotherboardData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kMotherboardDataTable, this, inComingDoc);
-}
 
 const json::RecordTable& MotherboardData::Table() { return kMotherboardDataTable; }
 

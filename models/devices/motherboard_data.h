@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "json/forward.h"
+#include "json/record.h"
 
 namespace ZQ_RMT_MODELS {
 
@@ -22,19 +22,17 @@ class TemperatureZoneData {
 };
 
 // A fan.
-class FanData {
+class FanData : public json::Record<FanData> {
  public:
   std::u16string FanName;
   std::int32_t FanSpeed = -1;
   std::int32_t CurrentSpeedUnit = -1;  // the sender's number for the unit of FanSpeed
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 
 // A sensor.
-class SensorDataClass {
+class SensorDataClass : public json::Record<SensorDataClass> {
  public:
   std::u16string SensorCategory;
   std::u16string SensorType;
@@ -42,13 +40,11 @@ class SensorDataClass {
   std::u16string FriendlyName;
   std::int32_t SensorStateEnum = -1;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 
 // A machine's temperatures, fans and sensors. Reading adds to the first three lists and replaces the others.
-class MotherboardData {
+class MotherboardData : public json::Record<MotherboardData> {
  public:
   std::vector<TemperatureZoneData> TemperatureData;
   std::vector<ZQ_RMT_MODELS::FanData> FanData;
@@ -59,8 +55,6 @@ class MotherboardData {
   std::u16string KorvTargetThermalProfile;
   bool KorvTargetThermalProfileSet = false;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

@@ -82,27 +82,9 @@ json::Serialized BoundingRectangle::Serialize(json::Document* inComingDoc) const
 
 const json::RecordTable& BoundingRectangle::Table() { return kBoundingRectangleTable; }
 
-void ButtonClickInfo::Deserialize(const json::Value* value) { json::ReadRecord(kButtonClickInfoTable, this, value); }
-
-json::Serialized ButtonClickInfo::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kButtonClickInfoTable, this, inComingDoc);
-}
-
 const json::RecordTable& ButtonClickInfo::Table() { return kButtonClickInfoTable; }
 
-void MouseMotionData::Deserialize(const json::Value* value) { json::ReadRecord(kMouseMotionDataTable, this, value); }
-
-json::Serialized MouseMotionData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kMouseMotionDataTable, this, inComingDoc);
-}
-
 const json::RecordTable& MouseMotionData::Table() { return kMouseMotionDataTable; }
-
-void MouseData::Deserialize(const json::Value* value) { json::ReadRecord(kMouseDataTable, this, value); }
-
-json::Serialized MouseData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kMouseDataTable, this, inComingDoc);
-}
 
 const json::RecordTable& MouseData::Table() { return kMouseDataTable; }
 

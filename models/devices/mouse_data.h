@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "json/forward.h"
+#include "json/record.h"
 
 namespace ZQ_RMT_MODELS {
 
@@ -24,18 +24,16 @@ class BoundingRectangle {
 };
 
 // How often a button was pressed. The button has a number for a name.
-class ButtonClickInfo {
+class ButtonClickInfo : public json::Record<ButtonClickInfo> {
  public:
   std::int32_t ButtonPressedCount = 0;
   std::int32_t ButtonName = -1;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 
 // One motion from a source to a target. Unlike other nested records, both rectangles exist from the beginning.
-class MouseMotionData {
+class MouseMotionData : public json::Record<MouseMotionData> {
  public:
   std::int32_t MotionController = -1;
   std::u16string SourceName;
@@ -47,13 +45,11 @@ class MouseMotionData {
   std::unique_ptr<BoundingRectangle> SourceBoundingRect = std::make_unique<BoundingRectangle>();
   std::unique_ptr<BoundingRectangle> TargetBoundingRect = std::make_unique<BoundingRectangle>();
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 
 // A pointing device and what was done with it. -1 stands for not set.
-class MouseData {
+class MouseData : public json::Record<MouseData> {
  public:
   std::int32_t NumberOfButtons = 0;
   std::int32_t PointingType = 3;
@@ -66,8 +62,6 @@ class MouseData {
   std::vector<std::unique_ptr<ButtonClickInfo>> ButtonClickCount;
   std::vector<std::int32_t> ScrollResults;  // the same
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

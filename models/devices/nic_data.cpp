@@ -47,19 +47,7 @@ constexpr json::RecordTable kNICDataTable =
 
 }  // namespace
 
-void AccessPointData::Deserialize(const json::Value* value) { json::ReadRecord(kAccessPointDataTable, this, value); }
-
-json::Serialized AccessPointData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kAccessPointDataTable, this, inComingDoc);
-}
-
 const json::RecordTable& AccessPointData::Table() { return kAccessPointDataTable; }
-
-void NICData::Deserialize(const json::Value* value) { json::ReadRecord(kNICDataTable, this, value); }
-
-json::Serialized NICData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kNICDataTable, this, inComingDoc);
-}
 
 const json::RecordTable& NICData::Table() { return kNICDataTable; }
 

@@ -31,12 +31,6 @@ constexpr json::RecordTable kTable =
 
 }  // namespace
 
-void RegistryAccessData::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
-
-json::Serialized RegistryAccessData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, this, inComingDoc);
-}
-
 const json::RecordTable& RegistryAccessData::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -2,19 +2,17 @@
 
 #include <string>
 
-#include "json/forward.h"
+#include "json/record.h"
 #include "json/text_map.h"
 
 namespace ZQ_RMT_MODELS {
 
 // A key of the registry and values in it.
-class RegistryAccessData {
+class RegistryAccessData : public json::Record<RegistryAccessData> {
  public:
   std::u16string PathName;
   json::TextMap RegistryData;  // by name; reading adds to it
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

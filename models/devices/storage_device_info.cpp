@@ -270,12 +270,6 @@ constexpr json::RecordTable kTable = json::Table(
 
 }  // namespace
 
-void SCSIAddress::Deserialize(const json::Value* value) { json::ReadRecord(kAddressTable, this, value); }
-
-json::Serialized SCSIAddress::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kAddressTable, this, inComingDoc);
-}
-
 const json::RecordTable& SCSIAddress::Table() { return kAddressTable; }
 
 void STORAGE_DEVICE_INFO::Deserialize(const json::Value* value) {

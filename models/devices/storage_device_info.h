@@ -4,22 +4,20 @@
 #include <cstdint>
 #include <string>
 
-#include "json/forward.h"
+#include "json/record.h"
 #include "models/devices/nvme_health_info_log.h"
 #include "models/devices/nvme_identify_controller_data.h"
 
 namespace ZQ_RMT_MODELS {
 
 // The SCSI address of a disk: an adapter, and a bus, target and logical unit on it.
-class SCSIAddress {
+class SCSIAddress : public json::Record<SCSIAddress> {
  public:
   std::int32_t Adapter = 0;
   std::int32_t Bus = 0;
   std::int32_t Target = 0;
   std::int32_t Lun = 0;
 
-  void Deserialize(const json::Value* value);
-  json::Serialized Serialize(json::Document* inComingDoc) const;
   static const json::RecordTable& Table();
 };
 

@@ -14,12 +14,6 @@ constexpr json::RecordTable kTable = json::Table({.name = "VideoData", .fields =
 
 }  // namespace
 
-void VideoData::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
-
-json::Serialized VideoData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, this, inComingDoc);
-}
-
 const json::RecordTable& VideoData::Table() { return kTable; }
 
 }  // namespace ZQ_RMT_MODELS
