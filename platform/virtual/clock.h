@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <limits>
 #include <thread>
 
 namespace virtual_audio {
@@ -10,6 +11,8 @@ namespace virtual_audio {
 using Time = std::int64_t;
 constexpr Time kMillisecond = 1'000'000;
 constexpr Time kSecond = 1'000'000'000;
+// Later than anything that happens, and any delay can be added to it.
+constexpr Time kNever = std::numeric_limits<Time>::max() / 2;
 
 // The quotient rounded down, also below zero; `divisor` is positive.
 constexpr std::int64_t FloorDivide(std::int64_t number, std::int64_t divisor) {

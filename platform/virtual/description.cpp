@@ -22,6 +22,34 @@ struct EndpointTable {
   std::unordered_map<std::string, std::size_t> places;
 };
 
+// A member of a path condition: a number within a range, and where it goes.
+struct PathMember {
+  std::string_view key;
+  double lowest, highest;
+  double PathCondition::*value;
+};
+
+constexpr PathMember kAt = {"atMs", 0.0, 3'600'000.0, &PathCondition::atMs};
+constexpr PathMember kLength = {"lengthMs", 0.0, 10'000.0, &PathCondition::lengthMs};
+constexpr PathMember kDelay = {"delayMs", 0.0, 10'000.0, &PathCondition::delayMs};
+constexpr PathMember kHz = {"hz", 1.0, 200'000.0, &PathCondition::hz};
+constexpr PathMember kLevel = {"level", 0.0, 1.0, &PathCondition::level};
+constexpr PathMember kSignedLevel = {"level", -1.0, 1.0, &PathCondition::level};
+constexpr PathMember kGain = {"gain", -16.0, 16.0, &PathCondition::gain};
+constexpr PathMember kRatio = {"ratio", 0.5, 2.0, &PathCondition::ratio};
+constexpr PathMember kRatioDb = {"ratioDb", -40.0, 140.0, &PathCondition::ratioDb};
+// Its range depends on the endpoint.
+constexpr PathMember kChannel = {"channel", 0.0, 0.0, &PathCondition::channel};
+
+// What each kind has, in the order of PathCondition::Kind. Every member must be given.
+constexpr std::string_view kPathKinds[] = {"speed",  "echo", "lowpass", "cut", "hum",  "tone",    "noise",
+                                           "offset", "clip", "repeat",  "gap", "dead", "inverted"};
+constexpr const PathMember* kPathMembers[][2] = {{&kRatio},       {&kDelay, &kGain}, {&kHz},           {&kAt},
+                                                 {&kHz, &kLevel}, {&kHz, &kLevel},   {&kRatioDb},      {&kSignedLevel},
+                                                 {&kLevel},       {&kAt, &kLength},  {&kAt, &kLength}, {&kChannel},
+                                                 {&kChannel}};
+static_assert(std::size(kPathKinds) == std::size(kPathMembers));
+
 SampleFormat ReadFormat(const Node& node) {
   constexpr std::string_view kKeys[] = {"tag", "channels", "rate", "bits", "validBits", "channelMask"};
   constexpr std::string_view kTags[] = {"pcm", "float", "extensible"};
@@ -69,9 +97,27 @@ void ReadDefaultRoles(const Node& node, EndpointDescription& endpoint, const End
   }
 }
 
+PathCondition ReadPathCondition(const Node& node, WORD channels) {
+  const std::size_t kind = node["kind"].Choice(kPathKinds);
+  PathCondition condition{.kind = static_cast<PathCondition::Kind>(kind)};
+  std::vector<std::string_view> keys = {"kind"};
+  for (const PathMember* member : kPathMembers[kind]) {
+    if (member != nullptr) keys.push_back(member->key);
+  }
+  node.AllowKeys(keys);
+  for (const PathMember* member : kPathMembers[kind]) {
+    if (member == nullptr) continue;
+    const Node value = node[member->key];
+    value.MustBeThere();
+    condition.*member->value = member == &kChannel ? static_cast<double>(value.WholeNumberOr(0, 0, channels - 1))
+                                                   : value.NumberOr(0.0, member->lowest, member->highest);
+  }
+  return condition;
+}
+
 EndpointDescription ReadEndpoint(const Node& node, EndpointTable& table) {
   constexpr std::string_view kKeys[] = {"id",    "name",  "flow",   "state",   "default", "levels",
-                                        "muted", "noise", "format", "closest", "hears"};
+                                        "muted", "noise", "format", "closest", "hears",   "path"};
   constexpr std::string_view kFlows[] = {"render", "capture"};
   constexpr std::string_view kStates[] = {"active", "disabled", "notpresent", "unplugged"};
   constexpr DWORD kStateValues[] = {DEVICE_STATE_ACTIVE, DEVICE_STATE_DISABLED, DEVICE_STATE_NOTPRESENT,
@@ -93,10 +139,19 @@ EndpointDescription ReadEndpoint(const Node& node, EndpointTable& table) {
   }
   endpoint.muted = node["muted"].BooleanOr(false);
   ReadClosest(node["closest"], endpoint);
-  for (const std::string_view key : {"noise", "hears"}) {
+  for (const std::string_view key : {"noise", "hears", "path"}) {
     if (node[key].IsThere() && endpoint.key.flow != eCapture) node[key].Refuse("only a capture endpoint has it");
   }
   endpoint.noise = node["noise"].NumberOr(0.0, 0.0, 1.0);
+  for (const Node& condition : node["path"].Elements()) {
+    endpoint.path.push_back(ReadPathCondition(condition, endpoint.format.channels));
+    const auto isSpeed = [](const PathCondition& one) { return one.kind == PathCondition::Kind::kSpeed; };
+    if (std::count_if(endpoint.path.begin(), endpoint.path.end(), isSpeed) > 1) {
+      condition["kind"].Refuse("a path has only one speed");
+    }
+  }
+  std::stable_sort(endpoint.path.begin(), endpoint.path.end(),
+                   [](const PathCondition& one, const PathCondition& other) { return one.kind < other.kind; });
   return endpoint;
 }
 

@@ -22,12 +22,42 @@ struct Hearing {
   Time delay = 0;
 };
 
+// One condition that the sound on its way to a capture endpoint meets. docs/virtual-machine.md says what each kind does and
+// which members it has; the members are named after the keys.
+struct PathCondition {
+  // In the order in which the sound meets them.
+  enum class Kind {
+    kSpeed,
+    kEcho,
+    kLowpass,
+    kCut,
+    kHum,
+    kTone,
+    kNoise,
+    kOffset,
+    kClip,
+    kRepeat,
+    kGap,
+    kDead,
+    kInverted
+  };
+
+  Kind kind;
+  double atMs = 0.0, lengthMs = 0.0, delayMs = 0.0;
+  double hz = 0.0;
+  double level = 0.0;  // 1.0 is full scale
+  double gain = 0.0;
+  double ratio = 0.0, ratioDb = 0.0;
+  double channel = 0.0;  // a whole number
+};
+
 // docs/virtual-machine.md says what each key means; the members are named after the keys.
 struct EndpointDescription : platform::EndpointState {
   double noise = 0.0;
   bool takesEveryPcm = true;            // what `closest` null says
   std::optional<SampleFormat> closest;  // the one format that is taken; nothing with takesEveryPcm false takes none
   std::vector<Hearing> hears;
+  std::vector<PathCondition> path;  // sorted by kind
 };
 
 struct MachineDescription {

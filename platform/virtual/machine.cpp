@@ -23,7 +23,8 @@ Machine::Machine(MachineDescription description)
       faults_(std::move(description.faults)),
       endpoints_(description.endpoints.begin(), description.endpoints.end()) {
   for (const MachineEndpoint& endpoint : endpoints_) {
-    for (const Hearing& hearing : endpoint.hears) longestDelay_ = std::max(longestDelay_, hearing.delay);
+    const Time echo = SoundPath::LongestEcho(endpoint.path);
+    for (const Hearing& hearing : endpoint.hears) longestDelay_ = std::max(longestDelay_, hearing.delay + echo);
   }
 }
 
@@ -73,7 +74,8 @@ HRESULT Machine::OpenRecording(const platform::EndpointKey& key, const SampleFor
   MachineEndpoint& endpoint = EndpointOf(key);
   // Every stream on an endpoint hears the same noise.
   const std::uint64_t seed = (seed_ << 32) + static_cast<std::uint64_t>(&endpoint - endpoints_.data());
-  endpoint.recordings.push_back(std::make_shared<MachineRecording>(format, std::move(packets), seed, now_));
+  endpoint.recordings.push_back(std::make_shared<MachineRecording>(format, std::move(packets),
+                                                                   SoundPath(endpoint, format.rate, seed), seed, now_));
   *stream = OpenersHold(endpoint.recordings.back());
   return S_OK;
 }
@@ -93,18 +95,29 @@ void Machine::Advance() {
     for (const auto& stream : endpoint.playbacks) stream->Play(endpoint.PlayGains(stream->Format().channels));
   }
   for (MachineEndpoint& endpoint : endpoints_) {
-    const auto listen = [this, &endpoint](std::span<double> mix, const FrameGrid& grid) {
+    NoteHearing(endpoint);
+    const auto listen = [this, &endpoint](std::span<double> mix, const FrameGrid& grid, Time delay, double gain) {
       for (const Hearing& hearing : endpoint.hears) {
         for (const auto& stream : endpoints_[hearing.endpoint].playbacks) {
-          stream->AddTo(mix, grid, hearing.delay, hearing.gain);
+          stream->AddTo(mix, grid, hearing.delay + delay, hearing.gain * gain);
         }
       }
     };
     for (const auto& stream : endpoint.recordings) {
-      stream->Record(endpoint.RecordGains(stream->Format().channels), endpoint.noise, listen);
+      stream->Record(endpoint.RecordGains(stream->Format().channels), endpoint.noise, endpoint.heardSince, listen);
     }
   }
   DropEndedStreams();
+}
+
+// A stream that begins now isn't heard before now, so this never changes what was recorded.
+void Machine::NoteHearing(MachineEndpoint& endpoint) const {
+  if (endpoint.path.empty()) return;
+  for (const Hearing& hearing : endpoint.hears) {
+    for (const auto& stream : endpoints_[hearing.endpoint].playbacks) {
+      endpoint.heardSince = std::min(endpoint.heardSince, stream->Began() + hearing.delay);
+    }
+  }
 }
 
 void Machine::DropEndedStreams() {

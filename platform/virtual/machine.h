@@ -40,6 +40,7 @@ class Machine final : public platform::Backend {
 
  private:
   void Advance();
+  void NoteHearing(MachineEndpoint& endpoint) const;
   void DropEndedStreams();
   MachineEndpoint& EndpointOf(const platform::EndpointKey& key);
 

@@ -10,7 +10,13 @@ HRESULT MachineEndpoint::TakesFormat(const std::optional<SampleFormat>& wanted) 
 
 double MachineEndpoint::Gain(std::size_t channel) const {
   if (muted) return 0.0;
-  return channel < levels.size() ? levels[channel] : 1.0;
+  double gain = channel < levels.size() ? levels[channel] : 1.0;
+  for (const PathCondition& condition : path) {
+    if (condition.channel != static_cast<double>(channel)) continue;
+    if (condition.kind == PathCondition::Kind::kDead) gain = 0.0;
+    if (condition.kind == PathCondition::Kind::kInverted) gain = -gain;
+  }
+  return gain;
 }
 
 std::vector<double> MachineEndpoint::RecordGains(WORD channels) const {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/core_audio.h"
+#include "platform/virtual/clock.h"
 #include "platform/virtual/description.h"
 #include "platform/virtual/machine_playback.h"
 #include "platform/virtual/machine_recording.h"
@@ -23,6 +24,9 @@ struct MachineEndpoint : EndpointDescription {
   std::vector<double> RecordGains(WORD channels) const;
   // The same, such that their sum over a frame is the mean over the endpoint's channels of what they put out.
   std::vector<double> PlayGains(WORD channels) const;
+
+  // When this endpoint begins to hear something, as far as what was played so far tells.
+  Time heardSince = kNever;
 
   // A stream is also held by whoever opened it. One that is only held here has ended.
   std::vector<std::shared_ptr<MachinePlayback>> playbacks;

@@ -77,6 +77,7 @@ HRESULT MachinePlayback::Write(std::span<const BYTE> frames) {
 
 void MachinePlayback::BeginPassage() {
   passages_.push_back({.start = now_, .played = {}});
+  began_ = std::min(began_, now_);
   isPlaying_ = true;
 }
 

@@ -27,6 +27,8 @@ class MachinePlayback final : public platform::Playback {
   MachinePlayback(const platform::SampleFormat& format, const Time& now) : format_(format), now_(now) {}
 
   const platform::SampleFormat& Format() const { return format_; }
+  // When it played its first frame.
+  Time Began() const { return began_; }
 
   HRESULT Start() override;
   HRESULT Stop() override;
@@ -62,6 +64,7 @@ class MachinePlayback final : public platform::Playback {
   std::size_t queueHead_ = 0;  // bytes of `queue_` that have been played
   bool isPlaying_ = false;     // the last passage goes on
   std::deque<Passage> passages_;
+  Time began_ = kNever;
   std::vector<double> gains_;
 };
 

@@ -16,20 +16,22 @@ HRESULT MachineRecording::Stop() {
   return S_OK;
 }
 
-void MachineRecording::Record(std::span<const double> gains, double noise, const Listen& listen) {
+void MachineRecording::Record(std::span<const double> gains, double noise, Time heardSince,
+                              const SoundPath::Listen& listen) {
   if (!isRunning_) return;
-  const std::int64_t due = startFrame_ + FramesIn(now_ - start_, format_.rate);
+  const std::int64_t due = startFrame_ + FramesIn(now_ - start_, path_.ClockRate());
   while (packets_->NextFrame() < due) {
     // Nothing is read in the time that passes here, so without room all packets that begin in it are lost.
     if (!packets_->HasRoom()) return packets_->LoseBefore(due);
-    Take(std::min<std::int64_t>(packets_->FramesLeft(), due - packets_->NextFrame()), gains, noise, listen);
+    Take(std::min<std::int64_t>(packets_->FramesLeft(), due - packets_->NextFrame()), gains, noise, heardSince, listen);
   }
 }
 
-void MachineRecording::Take(std::int64_t frames, std::span<const double> gains, double noise, const Listen& listen) {
+void MachineRecording::Take(std::int64_t frames, std::span<const double> gains, double noise, Time heardSince,
+                            const SoundPath::Listen& listen) {
   const std::int64_t first = packets_->NextFrame() - startFrame_;
   mix_.assign(static_cast<std::size_t>(frames), 0.0);
-  listen(mix_, {.start = start_, .frame = first, .rate = format_.rate});
+  path_.Hear(mix_, {.start = start_, .frame = first, .rate = path_.ClockRate()}, heardSince, listen);
   taken_.assign(mix_.size() * format_.FrameBytes(), format_.SilentByte());
   BYTE* sample = taken_.data();
   for (const double heard : mix_) {
@@ -45,7 +47,7 @@ void MachineRecording::Take(std::int64_t frames, std::span<const double> gains, 
       sample += format_.SampleBytes();
     }
   }
-  packets_->Append(taken_.data(), taken_.size(), start_ + TimeOfFrames(first, format_.rate));
+  packets_->Append(taken_.data(), taken_.size(), start_ + TimeOfFrames(first, path_.ClockRate()));
 }
 
 }  // namespace virtual_audio

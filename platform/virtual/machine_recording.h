@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <random>
 #include <span>
@@ -13,7 +12,7 @@
 #include "platform/front/packet_queue.h"
 #include "platform/sample_format.h"
 #include "platform/virtual/clock.h"
-#include "platform/virtual/machine_playback.h"
+#include "platform/virtual/sound_path.h"
 
 namespace virtual_audio {
 
@@ -21,13 +20,10 @@ namespace virtual_audio {
 // lost.
 class MachineRecording final : public platform::Recording {
  public:
-  // Puts what the endpoint hears at the grid's frames into the span, a sample per frame; the span holds silence before.
-  using Listen = std::function<void(std::span<double> mix, const FrameGrid& grid)>;
-
   // `now` refers to the machine's time, which stands still during an operation.
-  MachineRecording(const platform::SampleFormat& format, std::shared_ptr<platform::PacketQueue> packets,
+  MachineRecording(const platform::SampleFormat& format, std::shared_ptr<platform::PacketQueue> packets, SoundPath path,
                    std::uint64_t seed, const Time& now)
-      : format_(format), packets_(std::move(packets)), random_(seed), now_(now) {}
+      : format_(format), packets_(std::move(packets)), path_(std::move(path)), random_(seed), now_(now) {}
 
   const platform::SampleFormat& Format() const { return format_; }
 
@@ -35,15 +31,17 @@ class MachineRecording final : public platform::Recording {
   HRESULT Stop() override;
   HRESULT Status() override { return S_OK; }
 
-  // Takes the frames that are due now: on every channel what is heard, times the channel's gain, plus noise of the given
-  // peak.
-  void Record(std::span<const double> gains, double noise, const Listen& listen);
+  // Takes the frames that are due now: on every channel what arrives over the path, times the channel's gain, plus noise of
+  // the given peak. `heardSince` and `listen` are as for SoundPath::Hear.
+  void Record(std::span<const double> gains, double noise, Time heardSince, const SoundPath::Listen& listen);
 
  private:
-  void Take(std::int64_t frames, std::span<const double> gains, double noise, const Listen& listen);
+  void Take(std::int64_t frames, std::span<const double> gains, double noise, Time heardSince,
+            const SoundPath::Listen& listen);
 
   const platform::SampleFormat format_;
   const std::shared_ptr<platform::PacketQueue> packets_;
+  SoundPath path_;
   std::mt19937_64 random_;
   const Time& now_;
   Time start_ = 0;               // of the last Start

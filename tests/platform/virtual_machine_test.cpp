@@ -1,57 +1,18 @@
 #include <cmath>
 #include <cstdlib>
-#include <memory>
 #include <numbers>
 
-#include "tests/platform/audio_helpers.h"
+#include "tests/platform/virtual_machine_fixture.h"
 
 namespace {
 
-class VirtualMachine : public testing::Test {
- protected:
-  // A machine on the virtual clock with a speaker and a microphone; the arguments are more keys of theirs and its own.
-  static std::string With(const std::string& speaker, const std::string& mic = "", const std::string& own = "") {
-    return R"({"clock": "virtual", "endpoints": [{"id": "speaker", "flow": "render", "default": ["console"])" +
-           speaker + R"(}, {"id": "mic", "flow": "capture", "default": ["console"])" + mic + "}]" + own + "}";
-  }
-  bool Become(const std::string& json) { return AudioPlatformInitialize(WriteMachine(directory_, json).c_str()) == 0; }
-  static std::string State() {
-    const std::unique_ptr<char, decltype(&std::free)> text(AudioPlatformState(), &std::free);
-    return text == nullptr ? "" : text.get();
-  }
-  void TearDown() override { AudioPlatformUninitialize(); }
-
- private:
-  TempDirectory directory_;
-};
-
 const WAVEFORMATEXTENSIBLE kMono = Format(WAVE_FORMAT_PCM, 1, 48000, 16);
-
-template <class To, class From>
-std::vector<To> As(const std::vector<From>& from) {
-  std::vector<To> to(from.size() * sizeof(From) / sizeof(To));
-  std::memcpy(to.data(), from.data(), from.size() * sizeof(From));
-  return to;
-}
 
 // A sound at 48000 Hz in steps: until which millisecond which sample.
 std::vector<BYTE> Steps(std::initializer_list<std::pair<std::size_t, std::int16_t>> steps) {
   std::vector<std::int16_t> samples;
   for (const auto& [end, sample] : steps) samples.resize(end * 48, sample);
   return As<BYTE>(samples);
-}
-
-// What the microphone records in `milliseconds` while the sound is played from its start on.
-std::vector<BYTE> PlayAndRecord(const WAVEFORMATEXTENSIBLE& played, const std::vector<BYTE>& sound,
-                                const WAVEFORMATEXTENSIBLE& recorded, DWORD milliseconds) {
-  RenderSide render(played);
-  CaptureSide capture(recorded);
-  render.Queue(sound);
-  EXPECT_EQ(capture.client->Start() | render.client->Start(), S_OK);
-  // The cuts fall where no packet ends.
-  for (DWORD slept = 0; slept < milliseconds; slept += 7) Sleep(std::min<DWORD>(7, milliseconds - slept));
-  EXPECT_EQ(capture.client->Stop(), S_OK);
-  return capture.Drain();
 }
 
 TEST_F(VirtualMachine, HearsAToneAtAnyRate) {
@@ -242,6 +203,7 @@ TEST_F(VirtualMachine, CarriesOutAnObserversCallsButNeitherTracesNorCountsThem) 
 }
 
 TEST_F(VirtualMachine, RefusesADescriptionWithAMistake) {
+  const auto path = [](const char* condition) { return With("", ", \"path\": [{" + std::string(condition) + "}]"); };
   const std::pair<std::string, const char*> cases[] = {
       {"{\n \"clock\": \"virtual\",\n}", "line 3, column 1: not JSON"},
       {"{\n\"seed\": 1e999}", "line 2, column 13: a number is too large"},
@@ -262,6 +224,14 @@ TEST_F(VirtualMachine, RefusesADescriptionWithAMistake) {
       {With(R"(, "state": "disabled")"), "endpoints[0].default[0]: an endpoint that isn't active"},
       {With(R"(}, {"id": "speaker", "flow": "capture")"), "endpoints[1].id: another"},
       {With(R"(}, {"id": "a", "flow": "render", "default": ["console"])"), "endpoints[1].default[0]: this role's"},
+      {With(R"(, "path": [])"), "endpoints[0].path: only a capture endpoint"},
+      {path(R"("kind": "wow")"), "endpoints[1].path[0].kind: must be one of \"speed\", "},
+      {path(R"("kind": "gap", "atMs": 1)"), "endpoints[1].path[0].lengthMs: must be given"},
+      {path(R"("kind": "cut", "atMs": 1, "lengthMs": 1)"), "endpoints[1].path[0].lengthMs: is not a key"},
+      {path(R"("kind": "cut", "atMs": -0.5)"), "endpoints[1].path[0].atMs: must be a number from 0.0 to 3600000.0"},
+      {path(R"("kind": "clip", "level": -0.5)"), "endpoints[1].path[0].level: must be a number from 0.0 to 1.0"},
+      {path(R"("kind": "dead", "channel": 2)"), "endpoints[1].path[0].channel: must be a whole number from 0 to 1"},
+      {path(R"("kind": "speed", "ratio": 1}, {"kind": "speed", "ratio": 1)"), "endpoints[1].path[1].kind: a path has"},
       {With("", R"(, "hears": [{"endpoint": "b"}])"), "endpoints[1].hears[0].endpoint: no endpoint has this id"},
       {With("", R"(, "hears": [{"endpoint": "mic"}])"), "endpoints[1].hears[0].endpoint: is not a render"},
       {R"({"faults": [{"operation": "Sleep", "status": -1}]})", "faults[0].operation: Sleep has no status"},
