@@ -1,9 +1,11 @@
 #include "platform/virtual/description.h"
 
 #include <algorithm>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 #include "platform/front/operation.h"
 #include "platform/virtual/description_json.h"
@@ -115,6 +117,19 @@ PathCondition ReadPathCondition(const Node& node, WORD channels) {
   return condition;
 }
 
+std::vector<PathCondition> ReadPath(const Node& list, WORD channels) {
+  std::vector<PathCondition> path;
+  bool hasSpeed = false;
+  for (const Node& node : list.Elements()) {
+    path.push_back(ReadPathCondition(node, channels));
+    if (path.back().kind != PathCondition::Kind::kSpeed) continue;
+    if (std::exchange(hasSpeed, true)) node["kind"].Refuse("a path has only one speed");
+  }
+  std::stable_sort(path.begin(), path.end(),
+                   [](const PathCondition& one, const PathCondition& other) { return one.kind < other.kind; });
+  return path;
+}
+
 EndpointDescription ReadEndpoint(const Node& node, EndpointTable& table) {
   constexpr std::string_view kKeys[] = {"id",    "name",  "flow",   "state",   "default", "levels",
                                         "muted", "noise", "format", "closest", "hears",   "path"};
@@ -143,15 +158,7 @@ EndpointDescription ReadEndpoint(const Node& node, EndpointTable& table) {
     if (node[key].IsThere() && endpoint.key.flow != eCapture) node[key].Refuse("only a capture endpoint has it");
   }
   endpoint.noise = node["noise"].NumberOr(0.0, 0.0, 1.0);
-  for (const Node& condition : node["path"].Elements()) {
-    endpoint.path.push_back(ReadPathCondition(condition, endpoint.format.channels));
-    const auto isSpeed = [](const PathCondition& one) { return one.kind == PathCondition::Kind::kSpeed; };
-    if (std::count_if(endpoint.path.begin(), endpoint.path.end(), isSpeed) > 1) {
-      condition["kind"].Refuse("a path has only one speed");
-    }
-  }
-  std::stable_sort(endpoint.path.begin(), endpoint.path.end(),
-                   [](const PathCondition& one, const PathCondition& other) { return one.kind < other.kind; });
+  endpoint.path = ReadPath(node["path"], endpoint.format.channels);
   return endpoint;
 }
 
