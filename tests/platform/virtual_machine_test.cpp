@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <numbers>
 
-#include "tests/platform/virtual_machine_fixture.h"
+#include "tests/platform/audio_helpers.h"
 
 namespace {
 
