@@ -4,7 +4,6 @@
 
 #include "host/base/json.h"
 #include "host/commands/commands.h"
-#include "host/commands/guarded_run.h"
 #include "host/endpoints/endpoints.h"
 #include "host/endpoints/platform.h"
 #include "text/utf.h"
@@ -61,14 +60,14 @@ Json EndpointJson(const Endpoint& endpoint) {
 }  // namespace
 
 CommandResult ListEndpoints(const Options& options) {
-  const PlatformChoice choice = ChosenPlatform(options);
-  const Platform platform(choice.used);
+  const std::string description = ChoosePlatform(options.platform);
+  const Platform platform(description);
   const std::vector<Endpoint> endpoints = ReadEndpoints();
 
   CommandResult result;
   result.text = "Render endpoints\n" + FlowText(endpoints, Flow::kRender) + "\nCapture endpoints\n" +
                 FlowText(endpoints, Flow::kCapture) + "\n* is taken when no endpoint is named.\n";
-  Json json = choice;
+  Json json = {{"platform", description}};
   json["endpoints"] = Json::array();
   for (const Endpoint& endpoint : endpoints) json["endpoints"].push_back(EndpointJson(endpoint));
   result.json = TextOf(json);

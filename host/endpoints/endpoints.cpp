@@ -24,7 +24,7 @@ void Require(HRESULT status, const char* operation) {
   throw Failure(ExitCode::kBroken,
                 fmt::format("The audio system won't list its endpoints: {} gave 0x{:08X}.", operation,
                             static_cast<std::uint32_t>(status)),
-                "Check that the system's audio service runs.");
+                "Check that the system's audio service runs. '--platform virtual' simulates one.");
 }
 
 EndpointState StateOf(IMMDevice& device) {

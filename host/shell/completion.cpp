@@ -107,7 +107,7 @@ void OfferPlatforms(Lines& lines) {
 
 // `isArgument`: where a leading dash would make an option of the name.
 void OfferEndpoints(Lines& lines, Flow flow, const std::string& asked, bool isArgument) {
-  const Platform platform(ChoosePlatform(asked).used);
+  const Platform platform(ChoosePlatform(asked));
   const auto offer = [&](const std::string& candidate, const std::string& description) {
     if (!isArgument || !candidate.starts_with('-')) lines.OfferByPiece(candidate, description);
   };
