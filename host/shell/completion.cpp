@@ -118,6 +118,13 @@ void OfferEndpoints(Lines& lines, Flow flow, const std::string& asked, bool isAr
   }
 }
 
+void OfferCommands(Lines& lines, const CLI::App& parent) {
+  const auto isShown = [](const CLI::App* command) { return !command->get_group().empty(); };
+  for (const CLI::App* command : parent.get_subcommands(isShown)) {
+    lines.Offer(command->get_name(), Short(command->get_description()));
+  }
+}
+
 // The help's word for a value says what kind it is of.
 void OfferValues(Lines& lines, const CLI::Option& option, const Place& place) {
   const bool isArgument = option.get_positional();
@@ -126,6 +133,7 @@ void OfferValues(Lines& lines, const CLI::Option& option, const Place& place) {
   if (kind == "NAME") OfferPlatforms(lines);
   if (kind == "TEST")
     for (const char* word : kTestWords) lines.Offer(word);
+  if (kind == "COMMAND") OfferCommands(lines, *place.command->get_parent());
   if (kind == "SHELL")
     for (const char* word : kShellWords) lines.Offer(word);
   if (kind == "ENDPOINT" || kind == "CAPTURE") {
@@ -150,12 +158,7 @@ void OfferOptions(Lines& lines, const Place& place) {
 }
 
 void OfferCommandsAndArguments(Lines& lines, const Place& place) {
-  const auto isShown = [](const CLI::App* command) { return !command->get_group().empty(); };
-  if (!place.optionsEnded) {
-    for (const CLI::App* command : place.command->get_subcommands(isShown)) {
-      lines.Offer(command->get_name(), Short(command->get_description()));
-    }
-  }
+  if (!place.optionsEnded) OfferCommands(lines, *place.command);
   const auto isArgument = [](const CLI::Option* option) { return option->get_positional(); };
   const std::vector<const CLI::Option*> arguments = place.command->get_options(isArgument);
   if (place.arguments < arguments.size()) OfferValues(lines, *arguments[place.arguments], place);

@@ -28,7 +28,12 @@ class BadInput(HostTest):
             (BAD_INPUT, "no object CoreData", ["check", "-"], {"stdin": b"[]"}),
             (BAD_INPUT, "no object CoreData", ["check", "-"], {"stdin": b'{"CoreData":[],"CoreData":{}}'}),
             (BAD_INPUT, "subcommand is required", [], {}),
-            (BAD_INPUT, "--loud", ["list", "--loud"], {}),
+            (BAD_INPUT, "There is no option '--loud' of 'list'.", ["list", "--loud"], {}),
+            (BAD_INPUT, "no option '--rendr' of 'record'; did you mean '--render'?", ["record", "--rendr=x"], {}),
+            (BAD_INPUT, "'--plot' of 'record' must stand behind the command", ["--plot", "x", "record"], {}),
+            (BAD_INPUT, "no command 'recrod'; did you mean 'record'?", ["recrod", "mic", "--render", "speaker"], {}),
+            (BAD_INPUT, "no command 'repeat PLEY'; did you mean 'repeat play'?", ["repeat", "PLEY"], {}),
+            (BAD_INPUT, "There is no command 'symphony'.", ["help", "symphony"], {}),
             (BAD_INPUT, "extra", ["play", "Speaker", "extra"], {}),
             (BAD_INPUT, "The name of the render endpoint is empty", ["play", ""], {}),
             (NO_ENDPOINT, "No endpoint is called 'list'", ["play", "list"], {}),
@@ -252,7 +257,10 @@ class Output(HostTest):
         result = self.document("version")["result"]
         self.assertEqual(result["module"], {"path": MODULE, "found": True})
         self.assertRegex(result["version"], r"^\d+\.\d+\.\d+\.\d+$")
+        self.assertEqual([self.document(flag)["result"] for flag in ["--version", "-V"]], [result, result])
         self.assertIn("4    platform or module error", self.document("--help")["result"]["text"])
+        for asked, same in [(["help"], ["--help"]), (["help", "record"], ["record", "--help"])]:
+            self.assertEqual(self.rmthost(*asked), self.rmthost(*same))
 
     @unittest.skipUnless(hasattr(os, "openpty") and not RUNNER, "needs a pseudo-terminal")
     def test_a_terminal_shows_the_progress(self):
