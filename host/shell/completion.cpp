@@ -7,6 +7,7 @@
 #include "host/endpoints/endpoints.h"
 #include "host/endpoints/platform.h"
 #include "host/shell/command_line.h"
+#include "text/fold_case.h"
 #include "text/utf.h"
 
 namespace host {
@@ -82,7 +83,7 @@ class Lines {
   }
   // A piece from the middle names an endpoint too, and fish completes one.
   void OfferByPiece(const std::string& candidate, const std::string& description) {
-    if (text::LowerAscii(candidate).find(text::LowerAscii(typed_)) != std::string::npos) Add(candidate, description);
+    if (text::FoldCase(candidate).find(text::FoldCase(typed_)) != std::string::npos) Add(candidate, description);
   }
   void AskForFile(const std::string& beforeFile) { text_ = "\tfile\t" + before_ + beforeFile + "\n"; }
 

@@ -5,7 +5,7 @@ import subprocess
 import unittest
 
 from host_test import (BAD_INPUT, BROKEN, CONTRACT, FAIL, HOST, MACHINE, MISBEHAVING, MODULE, NO_ENDPOINT, PASS, RETURN,
-                       RUNNER, HostTest)
+                       RUNNER, HostTest, endpoint)
 
 
 class BadInput(HostTest):
@@ -88,6 +88,12 @@ class Endpoints(HostTest):
         for name, found in [("{0.0.0}.{SPEAKER}", "{0.0.0}.{speaker}"), ("speaker", "{0.0.0}.{speaker}"),
                             ("head", "{0.0.0}.{headset}"), ("{head", "{0.0.0}.{headset}")]:
             self.assertEqual(self.document("play", name)["result"]["render"]["id"], found, name)
+        names = {"1": "Köpfhörer", "2": "ΉΧΟΣ", "3": "Наушники", "4": "Łódź"}
+        more = [endpoint("render", *item) for item in names.items()]
+        self.write("world.json", json.dumps({**MACHINE, "endpoints": MACHINE["endpoints"] + more}).encode())
+        for name, found in [("KÖPF", "1"), ("ήχος", "2"), ("НАУШ", "3"), ("łÓDŹ", "4")]:
+            render = self.document("play", name, machine="virtual:world.json")["result"]["render"]
+            self.assertEqual(render["id"], found, name)
         self.assertEqual(self.document("record", "MICROPHONE")["result"]["capture"]["id"], "{0.0.1}.{microphone}")
 
     def test_an_ambiguous_name_lists_what_it_can_mean(self):
