@@ -1,7 +1,5 @@
 #include <fmt/format.h>
 
-#include <cmath>
-
 #include "host/base/json.h"
 #include "host/commands/commands.h"
 #include "host/endpoints/endpoints.h"
@@ -20,10 +18,7 @@ std::string Details(const Endpoint& endpoint) {
     details += fmt::format(", {} channel{}, {} Hz, {} bits {}", format.channels, format.channels == 1 ? "" : "s",
                            format.rate, format.bits, Encoding(format));
   }
-  if (endpoint.levels.has_value()) {
-    details += ", volume";
-    for (const float level : *endpoint.levels) details += fmt::format(" {}%", std::lround(level * 100));
-  }
+  if (endpoint.levels.has_value()) details += ", volume " + LevelsText(*endpoint.levels);
   if (endpoint.muted.value_or(false)) details += ", muted";
   if (IsDefaultFor(endpoint, "communications")) details += ", default for communications";
   return details;

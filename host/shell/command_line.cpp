@@ -36,6 +36,7 @@ constexpr const char* kCheckHelp =
 
 constexpr const char* kDescription =
     "Runs the audio tests of ZQRMTTestsAudio and shows what they say.\n"
+    "A test unmutes its endpoints and plays at full level: take headphones off first. Mute and volume are put back.\n"
     "An endpoint is named by its id, its name, or an unambiguous piece of either.";
 
 CLI::Option* AddText(CLI::App& app, const std::string& name, std::optional<std::string>& target,

@@ -82,7 +82,7 @@ class Endpoints(HostTest):
         line_out = listed["{0.0.0}.{line}"]
         self.assertEqual((line_out["state"], line_out["levels"], line_out["muted"]), ("unplugged", None, None))
         self.assertIn("* Speaker\n    {0.0.0}.{speaker}\n    active, 2 channels, 48000 Hz, 16 bits pcm, "
-                      "volume 25% 75%, muted", self.rmthost("list")[1].decode())
+                      "volume 25 % 75 %, muted", self.rmthost("list")[1].decode())
 
     def test_an_endpoint_is_found_by_id_name_or_piece(self):
         for name, found in [("{0.0.0}.{SPEAKER}", "{0.0.0}.{speaker}"), ("speaker", "{0.0.0}.{speaker}"),
@@ -264,19 +264,32 @@ class Output(HostTest):
         self.assertEqual(result["module"], {"path": MODULE, "found": True})
         self.assertRegex(result["version"], r"^\d+\.\d+\.\d+\.\d+$")
         self.assertEqual([self.document(flag)["result"] for flag in ["--version", "-V"]], [result, result])
-        self.assertIn("4    platform or module error", self.document("--help")["result"]["text"])
+        for told in ["take headphones off", "4    platform or module error"]:
+            self.assertIn(told, self.document("--help")["result"]["text"])
         for asked, same in [(["help"], ["--help"]), (["help", "record"], ["record", "--help"])]:
             self.assertEqual(self.rmthost(*asked), self.rmthost(*same))
+
+    def on_terminal(self, stream, *arguments, **more):
+        """Runs rmthost with `stream` being a terminal; returns the exit code and what is shown there."""
+        terminal, other_end = os.openpty()
+        streams = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, stream: other_end}
+        code = subprocess.run([HOST, *arguments, "--module", MODULE], cwd=self.directory, timeout=60, **streams,
+                              **more).returncode
+        os.close(other_end)
+        shown = os.read(terminal, 100000).decode()
+        os.close(terminal)
+        return code, shown
+
+    @unittest.skipUnless(hasattr(os, "openpty") and not RUNNER, "needs a pseudo-terminal")
+    def test_a_reply_ends_its_line_on_a_terminal(self):
+        code, shown = self.on_terminal("stdout", "run", "play", "-", "--platform", "virtual", input=b"{}")
+        self.assertEqual((code, shown[-3:]), (FAIL, "}\r\n"))
 
     @unittest.skipUnless(hasattr(os, "openpty") and not RUNNER, "needs a pseudo-terminal")
     def test_a_terminal_shows_the_progress(self):
         self.write("real.json", json.dumps({**MACHINE, "clock": "real"}).encode())
-        terminal, other_end = os.openpty()
-        command = [HOST, "record", "--render", "speaker", "--platform", "virtual:real.json", "--module", MODULE]
-        subprocess.run(command, cwd=self.directory, stdout=subprocess.DEVNULL, stderr=other_end, timeout=60, check=True)
-        os.close(other_end)
-        drawn = os.read(terminal, 100000).decode()
-        os.close(terminal)
+        code, drawn = self.on_terminal("stderr", "record", "--render", "speaker", "--platform", "virtual:real.json")
+        self.assertEqual(code, PASS)
         # Another test's lines in the shared log may move the bar too.
         self.assertRegex(drawn, r"\rrecording \[.{40}\] +[1-9][0-9]* %")
         self.assertRegex(drawn, r"\r +\r$", "the bar is wiped off")
