@@ -6,12 +6,13 @@
 namespace text {
 namespace {
 
-// The mapping of single letters keeps the length.
+// The mapping of single letters keeps the length. By the rules of language, as those of file names leave the sigma at the
+// end of a word as it is.
 std::wstring Mapped(const std::wstring& text, DWORD mapping) {
   std::wstring mapped(text.size(), L'\0');
   const int size = static_cast<int>(text.size());
-  const int written =
-      LCMapStringEx(LOCALE_NAME_INVARIANT, mapping, text.data(), size, mapped.data(), size, nullptr, nullptr, 0);
+  const int written = LCMapStringEx(LOCALE_NAME_INVARIANT, mapping | LCMAP_LINGUISTIC_CASING, text.data(), size,
+                                    mapped.data(), size, nullptr, nullptr, 0);
   return written == size ? mapped : text;
 }
 
