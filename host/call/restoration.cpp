@@ -18,7 +18,7 @@ EndpointRestoration Known(const Endpoint& saved) {
   known.name = saved.name;
   std::vector<std::string> before;
   if (saved.levels.has_value()) {
-    before.push_back(fmt::format("levels {}", fmt::join(*saved.levels, " ")));
+    before.push_back("levels " + LevelsText(*saved.levels));
   } else {
     known.unknown.emplace_back("levels");
   }

@@ -14,7 +14,7 @@ namespace host {
 // What became of the settings, after a test, of one endpoint that it may have changed.
 struct EndpointRestoration {
   std::string id, name;
-  std::optional<std::string> before;  // how it was before the test, as "levels 0.25 0.75, muted"
+  std::optional<std::string> before;  // how it was before the test, as "levels 25 % 75 %, muted"
   std::vector<std::string> putBack;   // "mute", "levels": what wasn't as before, and is so again
   std::vector<std::string> unknown;   // "mute", "levels": what couldn't be read before the test
   std::optional<std::string> error;   // why it isn't as before; nothing when it is, as far as it is known

@@ -1,12 +1,12 @@
 #include "host/commands/guarded_run.h"
 
 #include <chrono>
-#include <cstdio>
 
 #include "host/call/guarded_call.h"
 #include "host/call/log_excerpt.h"
 #include "host/call/module.h"
 #include "host/endpoints/endpoint_choice.h"
+#include "host/endpoints/platform.h"
 #include "text/utf.h"
 
 namespace host {
@@ -32,12 +32,6 @@ void ChooseEndpoints(const Options& options, const std::string& platform, RunRec
 }
 
 }  // namespace
-
-PlatformChoice ChosenPlatform(const Options& options) {
-  PlatformChoice platform = ChoosePlatform(options.platform);
-  if (platform.note.has_value()) std::fprintf(stderr, "rmthost: %s\n", text::Printable(*platform.note).c_str());
-  return platform;
-}
 
 std::string ModuleFile(const Options& options) {
   return options.module.has_value() ? *options.module : text::Utf8FromPath(DefaultModuleFile());

@@ -5,13 +5,9 @@
 #include "host/base/interruption.h"
 #include "host/call/progress.h"
 #include "host/commands/commands.h"
-#include "host/endpoints/platform.h"
 #include "host/report/run_record.h"
 
 namespace host {
-
-// The platform for a command; what a person must know about the choice goes to standard error at once.
-PlatformChoice ChosenPlatform(const Options& options);
 
 // The file of the module, as UTF-8.
 std::string ModuleFile(const Options& options);

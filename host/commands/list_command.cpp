@@ -1,10 +1,7 @@
 #include <fmt/format.h>
 
-#include <cmath>
-
 #include "host/base/json.h"
 #include "host/commands/commands.h"
-#include "host/commands/guarded_run.h"
 #include "host/endpoints/endpoints.h"
 #include "host/endpoints/platform.h"
 #include "text/utf.h"
@@ -21,10 +18,7 @@ std::string Details(const Endpoint& endpoint) {
     details += fmt::format(", {} channel{}, {} Hz, {} bits {}", format.channels, format.channels == 1 ? "" : "s",
                            format.rate, format.bits, Encoding(format));
   }
-  if (endpoint.levels.has_value()) {
-    details += ", volume";
-    for (const float level : *endpoint.levels) details += fmt::format(" {}%", std::lround(level * 100));
-  }
+  if (endpoint.levels.has_value()) details += ", volume " + LevelsText(*endpoint.levels);
   if (endpoint.muted.value_or(false)) details += ", muted";
   if (IsDefaultFor(endpoint, "communications")) details += ", default for communications";
   return details;
@@ -61,14 +55,14 @@ Json EndpointJson(const Endpoint& endpoint) {
 }  // namespace
 
 CommandResult ListEndpoints(const Options& options) {
-  const PlatformChoice choice = ChosenPlatform(options);
-  const Platform platform(choice.used);
+  const std::string description = ChoosePlatform(options.platform);
+  const Platform platform(description);
   const std::vector<Endpoint> endpoints = ReadEndpoints();
 
   CommandResult result;
   result.text = "Render endpoints\n" + FlowText(endpoints, Flow::kRender) + "\nCapture endpoints\n" +
                 FlowText(endpoints, Flow::kCapture) + "\n* is taken when no endpoint is named.\n";
-  Json json = choice;
+  Json json = {{"platform", description}};
   json["endpoints"] = Json::array();
   for (const Endpoint& endpoint : endpoints) json["endpoints"].push_back(EndpointJson(endpoint));
   result.json = TextOf(json);

@@ -6,6 +6,7 @@
 #include "host/base/system.h"
 #include "host/commands/commands.h"
 #include "host/commands/guarded_run.h"
+#include "host/endpoints/platform.h"
 #include "host/report/run_json.h"
 #include "host/report/run_text.h"
 #include "host/report/svg_plot.h"
@@ -70,9 +71,9 @@ std::string PlotText(const RunRecord& run, const Options& options, const Style& 
 }  // namespace
 
 CommandResult PlayOrRecord(const Options& options, const Style& style) {
-  const PlatformChoice platform = ChosenPlatform(options);
+  const std::string platform = ChoosePlatform(options.platform);
   const Interruption interruption;
-  RunRecord run = RunOnEndpoints(options, platform.used, IsListeningWanted(options, platform.used, style), interruption,
+  RunRecord run = RunOnEndpoints(options, platform, IsListeningWanted(options, platform, style), interruption,
                                  {.label = options.test == Test::kPlay ? "playing" : "recording"});
   const std::optional<Failure> notDrawn = DrawPlot(options, run);
 

@@ -4,6 +4,7 @@
 
 #include "host/commands/commands.h"
 #include "host/commands/guarded_run.h"
+#include "host/endpoints/platform.h"
 #include "host/report/series.h"
 
 namespace host {
@@ -19,7 +20,7 @@ bool CanGoOn(const RunRecord& run, const Options& options) {
 }  // namespace
 
 CommandResult RepeatRuns(const Options& options, const Style& style) {
-  const PlatformChoice platform = ChosenPlatform(options);
+  const std::string platform = ChoosePlatform(options.platform);
   const Interruption interruption;
   std::vector<RunRecord> runs;
   CommandResult result;
@@ -28,7 +29,7 @@ CommandResult RepeatRuns(const Options& options, const Style& style) {
     const Progress::Span span{
         .label = fmt::format("run {} of {}", done + 1, options.runs), .start = done / whole, .end = (done + 1) / whole};
     try {
-      runs.push_back(RunOnEndpoints(options, platform.used, Listen::kNo, interruption, span));
+      runs.push_back(RunOnEndpoints(options, platform, Listen::kNo, interruption, span));
     } catch (const Failure& failure) {
       // What was there for the first run may not be there for a later one, and then the runs so far still count.
       if (runs.empty()) throw;

@@ -1,6 +1,7 @@
 #include "host/commands/commands.h"
 #include "host/commands/guarded_run.h"
 #include "host/contract/contract_file.h"
+#include "host/endpoints/platform.h"
 #include "host/report/run_json.h"
 #include "host/report/run_text.h"
 
@@ -8,16 +9,13 @@ namespace host {
 
 CommandResult RunContract(const Options& options, const Style& style) {
   const std::string contract = ReadContract(options.contract);
-  const PlatformChoice platform = ChosenPlatform(options);
+  const std::string platform = ChoosePlatform(options.platform);
   const Interruption interruption;
   RunRecord run;
   run.test = options.test;
-  RunModule({.platform = platform.used,
-             .module = ModuleFile(options),
-             .test = options.test,
-             .contract = contract,
-             .listenTo = {}},
-            options, interruption, {.label = options.test == Test::kPlay ? "playing" : "recording"}, run);
+  RunModule(
+      {.platform = platform, .module = ModuleFile(options), .test = options.test, .contract = contract, .listenTo = {}},
+      options, interruption, {.label = options.test == Test::kPlay ? "playing" : "recording"}, run);
 
   CommandResult result;
   if (run.call.reply.has_value()) result.text = *run.call.reply + (style.terminal ? "\n" : "");

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "host/base/failure.h"
+#include "text/fold_case.h"
 #include "text/utf.h"
 
 namespace host {
@@ -25,17 +26,17 @@ Matches Where(const Matches& endpoints, Predicate predicate) {
 
 bool IsActive(const Endpoint* endpoint) { return endpoint->state == EndpointState::kActive; }
 
-bool Holds(const std::string& text, const std::string& lowerPiece) {
-  return text::LowerAscii(text).find(lowerPiece) != std::string::npos;
-}
+bool Holds(const std::string& text, const std::string& piece) { return text.find(piece) != std::string::npos; }
 
 // The matches of the first of the three ways of naming that gives any.
 Matches BestMatches(const Matches& endpoints, const std::string& name) {
-  const std::string wanted = text::LowerAscii(name);
-  Matches found = Where(endpoints, [&](const Endpoint* e) { return text::LowerAscii(e->id) == wanted; });
-  if (found.empty()) found = Where(endpoints, [&](const Endpoint* e) { return text::LowerAscii(e->name) == wanted; });
+  const std::string wanted = text::FoldCase(name);
+  Matches found = Where(endpoints, [&](const Endpoint* e) { return text::FoldCase(e->id) == wanted; });
+  if (found.empty()) found = Where(endpoints, [&](const Endpoint* e) { return text::FoldCase(e->name) == wanted; });
   if (found.empty()) {
-    found = Where(endpoints, [&](const Endpoint* e) { return Holds(e->id, wanted) || Holds(e->name, wanted); });
+    found = Where(endpoints, [&](const Endpoint* e) {
+      return Holds(text::FoldCase(e->id), wanted) || Holds(text::FoldCase(e->name), wanted);
+    });
   }
   return found;
 }
@@ -107,8 +108,9 @@ const Endpoint& ChooseEndpoint(const std::vector<Endpoint>& endpoints, Flow flow
 }
 
 const Endpoint* ReachedEndpoint(const std::vector<Endpoint>& endpoints, Flow flow, const std::string& wanted) {
+  const std::string lowered = text::LowerAscii(wanted);
   const auto reached = std::find_if(endpoints.begin(), endpoints.end(), [&](const Endpoint& endpoint) {
-    return endpoint.flow == flow && IsActive(&endpoint) && Holds(wanted, text::LowerAscii(endpoint.id));
+    return endpoint.flow == flow && IsActive(&endpoint) && Holds(lowered, text::LowerAscii(endpoint.id));
   });
   return reached != endpoints.end() ? &*reached : nullptr;
 }

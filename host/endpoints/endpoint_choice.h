@@ -8,7 +8,7 @@
 
 namespace host {
 
-// The endpoint of `flow` that `name` means: its id, its name, or an unambiguous piece of either, in any case of A to Z.
+// The endpoint of `flow` that `name` means: its id, its name, or an unambiguous piece of either, whatever the case of its letters.
 // A whole id beats a whole name, which beats a piece; among equals active endpoints beat inactive ones. Without a name
 // the default of the console role. Throws Failure for none, several, or an inactive one.
 const Endpoint& ChooseEndpoint(const std::vector<Endpoint>& endpoints, Flow flow,

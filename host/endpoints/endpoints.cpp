@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <utility>
 
@@ -24,7 +25,7 @@ void Require(HRESULT status, const char* operation) {
   throw Failure(ExitCode::kBroken,
                 fmt::format("The audio system won't list its endpoints: {} gave 0x{:08X}.", operation,
                             static_cast<std::uint32_t>(status)),
-                "Check that the system's audio service runs.");
+                "Check that the system's audio service runs. '--platform virtual' simulates one.");
 }
 
 EndpointState StateOf(IMMDevice& device) {
@@ -96,6 +97,12 @@ const char* Word(EndpointState state) {
 
 bool IsDefaultFor(const Endpoint& endpoint, const std::string& role) {
   return std::find(endpoint.defaultFor.begin(), endpoint.defaultFor.end(), role) != endpoint.defaultFor.end();
+}
+
+std::string LevelsText(const std::vector<float>& levels) {
+  std::vector<std::string> texts;
+  for (const float level : levels) texts.push_back(fmt::format("{} %", std::lround(level * 100)));
+  return fmt::format("{}", fmt::join(texts, " "));
 }
 
 std::vector<Endpoint> ReadEndpoints() {

@@ -30,6 +30,9 @@ struct Endpoint {
 // Whether the endpoint is the default of a role.
 bool IsDefaultFor(const Endpoint& endpoint, const std::string& role);
 
+// Scalars as a person reads them: "25 % 75 %".
+std::string LevelsText(const std::vector<float>& levels);
+
 // Every endpoint, inactive ones too, the render endpoints first, else in the platform's order. The thread must be on a
 // platform (platform.h). Throws Failure when the system won't list them; a property that it won't tell is left out.
 std::vector<Endpoint> ReadEndpoints();

@@ -11,8 +11,7 @@ namespace host {
 const char* const kSystemPlatform = "pulse";
 const char* const kPlatformHelp =
     "'pulse' for the sound server, PulseAudio or PipeWire, 'pulse:SERVER' for the one at that address, 'virtual' for "
-    "the built-in virtual machine, 'virtual:FILE' for the one described in FILE, or 'auto' for 'pulse' if that answers, "
-    "else 'virtual'";
+    "the built-in virtual machine, 'virtual:FILE' for the one described in FILE, or 'auto' for 'pulse'";
 
 Platform::Platform(const std::string& description) {
   const std::int32_t status = AudioPlatformInitialize(description.c_str());
@@ -21,8 +20,9 @@ Platform::Platform(const std::string& description) {
   if (status == E_INVALIDARG) {
     throw Failure(ExitCode::kBadInput, message, fmt::format("--platform takes {}.", kPlatformHelp));
   }
-  throw Failure(ExitCode::kBroken, message,
-                "Check that the sound server runs for this user; '--platform virtual' needs none.");
+  throw Failure(
+      ExitCode::kBroken, message,
+      "Check that the sound server runs for this user. '--platform virtual' simulates one: nothing is played or heard.");
 }
 
 Platform::~Platform() { AudioPlatformUninitialize(); }

@@ -10,13 +10,13 @@ namespace host {
 const char* const kSystemPlatform = "coreaudio";
 const char* const kPlatformHelp =
     "'coreaudio' for the system's sound, 'virtual' for the built-in virtual machine, 'virtual:FILE' for the one "
-    "described in FILE, or 'auto' for 'coreaudio' if that answers, else 'virtual'";
+    "described in FILE, or 'auto' for 'coreaudio'";
 
 Platform::Platform(const std::string& description) {
   const HRESULT status = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
   if (FAILED(status)) {
     throw Failure(ExitCode::kBroken, fmt::format("COM can't be initialised: {:#010x}.", static_cast<unsigned>(status)),
-                  "Try again; if it stays, the system's audio service may have to be restarted.");
+                  "Try again; if it stays, restart the system's audio service. '--platform virtual' simulates one.");
   }
   if (description == kSystemPlatform) return;
   try {

@@ -52,8 +52,8 @@ std::string WithReply(const Json& json, const RunRecord& run) {
 
 }  // namespace
 
-std::string RunJson(const PlatformChoice& platform, const RunRecord& run) {
-  Json json = platform;
+std::string RunJson(const std::string& platform, const RunRecord& run) {
+  Json json = {{"platform", platform}};
   AddRun(run, json);
   if (run.test == Test::kRecord) {
     json["heard"] = run.call.heard;
@@ -63,8 +63,8 @@ std::string RunJson(const PlatformChoice& platform, const RunRecord& run) {
   return WithReply(json, run);
 }
 
-std::string ContractRunJson(const PlatformChoice& platform, const RunRecord& run) {
-  Json json = platform;
+std::string ContractRunJson(const std::string& platform, const RunRecord& run) {
+  Json json = {{"platform", platform}};
   json["test"] = run.test;
   if (run.outcome.has_value()) json["passed"] = run.Passed();
   AddOutcome(run, json);

@@ -2,17 +2,16 @@
 
 #include <string>
 
-#include "host/endpoints/platform.h"
 #include "host/report/run_record.h"
 
-// What a command found out, as the text of the JSON object `result` (docs/rmthost-json.md).
+// What a command found out on `platform`, as the text of the JSON object `result` (docs/rmthost-json.md).
 namespace host {
 
 // A run on chosen endpoints.
-std::string RunJson(const PlatformChoice& platform, const RunRecord& run);
+std::string RunJson(const std::string& platform, const RunRecord& run);
 
 // A run of a contract given.
-std::string ContractRunJson(const PlatformChoice& platform, const RunRecord& run);
+std::string ContractRunJson(const std::string& platform, const RunRecord& run);
 
 // One of a series of runs on chosen endpoints: without the platform and the reply, but with the failure.
 std::string RunOfSeriesJson(const RunRecord& run);

@@ -77,8 +77,8 @@ std::string SeriesText(const Series& series, const std::vector<RunRecord>& runs,
   return text + (allAsBefore ? "\nrestored: yes, after every run\n" : "");
 }
 
-std::string SeriesJson(const PlatformChoice& platform, const Series& series, const std::vector<RunRecord>& runs) {
-  Json json = platform;
+std::string SeriesJson(const std::string& platform, const Series& series, const std::vector<RunRecord>& runs) {
+  Json json = {{"platform", platform}};
   json.update(Json(series));
   std::vector<std::string> texts;
   for (const RunRecord& run : runs) texts.push_back(RunOfSeriesJson(run));

@@ -9,7 +9,6 @@
 
 #include "host/base/member.h"
 #include "host/base/text_output.h"
-#include "host/endpoints/platform.h"
 #include "host/report/run_record.h"
 
 namespace host {
@@ -47,6 +46,6 @@ Series SumUp(const std::vector<RunRecord>& runs, Test test, int asked);
 std::string SeriesText(const Series& series, const std::vector<RunRecord>& runs, const Style& style);
 
 // The text of the JSON object `result` (docs/rmthost-json.md).
-std::string SeriesJson(const PlatformChoice& platform, const Series& series, const std::vector<RunRecord>& runs);
+std::string SeriesJson(const std::string& platform, const Series& series, const std::vector<RunRecord>& runs);
 
 }  // namespace host

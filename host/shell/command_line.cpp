@@ -7,10 +7,12 @@
 
 #include "host/call/guarded_call.h"
 #include "host/endpoints/platform.h"
+#include "host/shell/command_line_error.h"
 
 namespace host {
 namespace {
 
+constexpr const char* kHelpWord = "help";
 constexpr const char* kFurtherOptions = "The options of 'rmthost --help' are taken here too.\n";
 constexpr const char* kContractHelp = "A file of JSON, UTF-8 or UTF-16LE with a byte order mark; - for standard input";
 
@@ -34,6 +36,7 @@ constexpr const char* kCheckHelp =
 
 constexpr const char* kDescription =
     "Runs the audio tests of ZQRMTTestsAudio and shows what they say.\n"
+    "A test unmutes its endpoints and plays at full level: take headphones off first. Mute and volume are put back.\n"
     "An endpoint is named by its id, its name, or an unambiguous piece of either.";
 
 CLI::Option* AddText(CLI::App& app, const std::string& name, std::optional<std::string>& target,
@@ -134,6 +137,10 @@ void AddCommands(CLI::App& app, Options& options) {
 
   add(Command::kVersion, "Show the versions and files in use");
 
+  CLI::App* help = app.add_subcommand(kHelpWord, "Show the help of rmthost or of a command");
+  help->footer(kFurtherOptions);
+  help->add_option("COMMAND", "The command; without it rmthost itself");
+
   CLI::App* completion = add(Command::kCompletion, "Print the script that lets a shell complete rmthost's commands");
   completion->add_option("SHELL", options.shell, "bash, zsh or fish")
       ->required()
@@ -155,6 +162,11 @@ void AddOptions(CLI::App& app, Options& options) {
   app.add_flag("--quiet", options.quiet, "Print nothing but errors; the exit code tells")->disable_flag_override();
   app.add_flag("--verbose", options.verbose, "Show what the module wrote to its log during the test")
       ->disable_flag_override();
+  // The last one, as what it shows depends on the options above. CLI11's own version flag would not wait for them.
+  app.add_flag_function(
+         "-V,--version", [](std::int64_t) { throw CLI::CallForVersion(); },
+         "Show the versions and files in use, as the command version does")
+      ->disable_flag_override();
 }
 
 // The command that the help was asked for.
@@ -166,6 +178,18 @@ HelpText HelpOf(const CLI::App& app) {
     command = command->get_subcommands().front();
   }
   return {command->help(path)};
+}
+
+// What `rmthost help [COMMAND]` shows.
+HelpText HelpAskedFor(const CLI::App& app, const CLI::App& help) {
+  const CLI::Option& name = *help.get_option("COMMAND");
+  // CLI11's help() of the whole would show that of the command that was parsed, which is this one.
+  if (name.empty()) return {app.get_formatter()->make_help(&app, app.get_name(), CLI::AppFormatMode::Normal)};
+  try {
+    return {app.get_subcommand(name.as<std::string>())->help(app.get_name())};
+  } catch (const CLI::OptionNotFound&) {
+    throw UnknownCommand(app, "", name.as<std::string>());
+  }
 }
 
 void RequireOrderedLimits(const Limits& limits) {
@@ -199,10 +223,13 @@ std::variant<Options, HelpText> ParseCommandLine(std::vector<std::string> argume
     app.parse(std::move(arguments));
   } catch (const CLI::CallForHelp&) {
     return HelpOf(app);
+  } catch (const CLI::CallForVersion&) {
+    options.command = Options::Command::kVersion;
+    return options;
   } catch (const CLI::ParseError& error) {
-    throw Failure(ExitCode::kBadInput, std::string("The command line can't be used: ") + error.what() + ".",
-                  "'rmthost --help' shows the commands and options.");
+    throw UnusableCommandLine(app, error);
   }
+  if (const CLI::App* help = app.get_subcommand(kHelpWord); help->parsed()) return HelpAskedFor(app, *help);
   RequireOrderedLimits(options.limits);
   return options;
 }

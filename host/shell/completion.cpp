@@ -7,6 +7,7 @@
 #include "host/endpoints/endpoints.h"
 #include "host/endpoints/platform.h"
 #include "host/shell/command_line.h"
+#include "text/fold_case.h"
 #include "text/utf.h"
 
 namespace host {
@@ -82,7 +83,7 @@ class Lines {
   }
   // A piece from the middle names an endpoint too, and fish completes one.
   void OfferByPiece(const std::string& candidate, const std::string& description) {
-    if (text::LowerAscii(candidate).find(text::LowerAscii(typed_)) != std::string::npos) Add(candidate, description);
+    if (text::FoldCase(candidate).find(text::FoldCase(typed_)) != std::string::npos) Add(candidate, description);
   }
   void AskForFile(const std::string& beforeFile) { text_ = "\tfile\t" + before_ + beforeFile + "\n"; }
 
@@ -107,7 +108,7 @@ void OfferPlatforms(Lines& lines) {
 
 // `isArgument`: where a leading dash would make an option of the name.
 void OfferEndpoints(Lines& lines, Flow flow, const std::string& asked, bool isArgument) {
-  const Platform platform(ChoosePlatform(asked).used);
+  const Platform platform(ChoosePlatform(asked));
   const auto offer = [&](const std::string& candidate, const std::string& description) {
     if (!isArgument || !candidate.starts_with('-')) lines.OfferByPiece(candidate, description);
   };
@@ -115,6 +116,13 @@ void OfferEndpoints(Lines& lines, Flow flow, const std::string& asked, bool isAr
     if (endpoint.flow != flow || endpoint.state != EndpointState::kActive) continue;
     offer(endpoint.name, endpoint.id);
     if (endpoint.id != endpoint.name) offer(endpoint.id, endpoint.name);
+  }
+}
+
+void OfferCommands(Lines& lines, const CLI::App& parent) {
+  const auto isShown = [](const CLI::App* command) { return !command->get_group().empty(); };
+  for (const CLI::App* command : parent.get_subcommands(isShown)) {
+    lines.Offer(command->get_name(), Short(command->get_description()));
   }
 }
 
@@ -126,6 +134,7 @@ void OfferValues(Lines& lines, const CLI::Option& option, const Place& place) {
   if (kind == "NAME") OfferPlatforms(lines);
   if (kind == "TEST")
     for (const char* word : kTestWords) lines.Offer(word);
+  if (kind == "COMMAND") OfferCommands(lines, *place.command->get_parent());
   if (kind == "SHELL")
     for (const char* word : kShellWords) lines.Offer(word);
   if (kind == "ENDPOINT" || kind == "CAPTURE") {
@@ -150,12 +159,7 @@ void OfferOptions(Lines& lines, const Place& place) {
 }
 
 void OfferCommandsAndArguments(Lines& lines, const Place& place) {
-  const auto isShown = [](const CLI::App* command) { return !command->get_group().empty(); };
-  if (!place.optionsEnded) {
-    for (const CLI::App* command : place.command->get_subcommands(isShown)) {
-      lines.Offer(command->get_name(), Short(command->get_description()));
-    }
-  }
+  if (!place.optionsEnded) OfferCommands(lines, *place.command);
   const auto isArgument = [](const CLI::Option* option) { return option->get_positional(); };
   const std::vector<const CLI::Option*> arguments = place.command->get_options(isArgument);
   if (place.arguments < arguments.size()) OfferValues(lines, *arguments[place.arguments], place);

@@ -125,6 +125,10 @@ class Restoration(HostTest):
         self.assertEqual(self.restored(FAIL, "run", "record", "-", faults=[], stdin=named), ("not needed", {}))
 
     def test_the_text_says_so(self):
+        keeps_unmuted = {"operation": "IAudioEndpointVolume::SetMute", "call": 2, "status": -2147467263, "sticky": True}
+        self.restored(NOT_RESTORED, "play", faults=[START_FAILS, keeps_unmuted])
+        self.assertIn("take its mute, and it had levels 25 % 75 %, muted",
+                      self.rmthost("play", machine="virtual:faulty.json")[2])
         self.assertTrue(self.rmthost("play")[1].endswith(b"\n\nrestored: yes\n"))
         self.restored(FAIL, "play", faults=[START_FAILS])
         for arguments, stream in [(["play"], 1), (["run", "play", "-"], 2)]:

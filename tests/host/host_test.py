@@ -87,6 +87,6 @@ class HostTest(unittest.TestCase):
         code, output, errors = self.rmthost("--json", *arguments, **more)
         document = json.loads(output)
         self.assertEqual((code, document["formatVersion"], document["exitCode"], document["ok"], errors),
-                         (exit_code, 1, exit_code, exit_code == PASS, ""))
+                         (exit_code, 2, exit_code, exit_code == PASS, ""))
         self.assertEqual(output.count(b"\n"), 1)
         return document

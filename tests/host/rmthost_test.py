@@ -5,7 +5,7 @@ import subprocess
 import unittest
 
 from host_test import (BAD_INPUT, BROKEN, CONTRACT, FAIL, HOST, MACHINE, MISBEHAVING, MODULE, NO_ENDPOINT, PASS, RETURN,
-                       RUNNER, HostTest)
+                       RUNNER, HostTest, endpoint)
 
 
 class BadInput(HostTest):
@@ -28,7 +28,12 @@ class BadInput(HostTest):
             (BAD_INPUT, "no object CoreData", ["check", "-"], {"stdin": b"[]"}),
             (BAD_INPUT, "no object CoreData", ["check", "-"], {"stdin": b'{"CoreData":[],"CoreData":{}}'}),
             (BAD_INPUT, "subcommand is required", [], {}),
-            (BAD_INPUT, "--loud", ["list", "--loud"], {}),
+            (BAD_INPUT, "There is no option '--loud' of 'list'.", ["list", "--loud"], {}),
+            (BAD_INPUT, "no option '--rendr' of 'record'; did you mean '--render'?", ["record", "--rendr=x"], {}),
+            (BAD_INPUT, "'--plot' of 'record' must stand behind the command", ["--plot", "x", "record"], {}),
+            (BAD_INPUT, "no command 'recrod'; did you mean 'record'?", ["recrod", "mic", "--render", "speaker"], {}),
+            (BAD_INPUT, "no command 'repeat PLEY'; did you mean 'repeat play'?", ["repeat", "PLEY"], {}),
+            (BAD_INPUT, "There is no command 'symphony'.", ["help", "symphony"], {}),
             (BAD_INPUT, "extra", ["play", "Speaker", "extra"], {}),
             (BAD_INPUT, "The name of the render endpoint is empty", ["play", ""], {}),
             (NO_ENDPOINT, "No endpoint is called 'list'", ["play", "list"], {}),
@@ -77,12 +82,18 @@ class Endpoints(HostTest):
         line_out = listed["{0.0.0}.{line}"]
         self.assertEqual((line_out["state"], line_out["levels"], line_out["muted"]), ("unplugged", None, None))
         self.assertIn("* Speaker\n    {0.0.0}.{speaker}\n    active, 2 channels, 48000 Hz, 16 bits pcm, "
-                      "volume 25% 75%, muted", self.rmthost("list")[1].decode())
+                      "volume 25 % 75 %, muted", self.rmthost("list")[1].decode())
 
     def test_an_endpoint_is_found_by_id_name_or_piece(self):
         for name, found in [("{0.0.0}.{SPEAKER}", "{0.0.0}.{speaker}"), ("speaker", "{0.0.0}.{speaker}"),
                             ("head", "{0.0.0}.{headset}"), ("{head", "{0.0.0}.{headset}")]:
             self.assertEqual(self.document("play", name)["result"]["render"]["id"], found, name)
+        names = {"1": "Köpfhörer", "2": "ΉΧΟΣ", "3": "Наушники", "4": "Łódź"}
+        more = [endpoint("render", *item) for item in names.items()]
+        self.write("world.json", json.dumps({**MACHINE, "endpoints": MACHINE["endpoints"] + more}).encode())
+        for name, found in [("KÖPF", "1"), ("ήχος", "2"), ("НАУШ", "3"), ("łÓDŹ", "4")]:
+            render = self.document("play", name, machine="virtual:world.json")["result"]["render"]
+            self.assertEqual(render["id"], found, name)
         self.assertEqual(self.document("record", "MICROPHONE")["result"]["capture"]["id"], "{0.0.1}.{microphone}")
 
     def test_an_ambiguous_name_lists_what_it_can_mean(self):
@@ -252,17 +263,33 @@ class Output(HostTest):
         result = self.document("version")["result"]
         self.assertEqual(result["module"], {"path": MODULE, "found": True})
         self.assertRegex(result["version"], r"^\d+\.\d+\.\d+\.\d+$")
-        self.assertIn("4    platform or module error", self.document("--help")["result"]["text"])
+        self.assertEqual([self.document(flag)["result"] for flag in ["--version", "-V"]], [result, result])
+        for told in ["take headphones off", "4    platform or module error"]:
+            self.assertIn(told, self.document("--help")["result"]["text"])
+        for asked, same in [(["help"], ["--help"]), (["help", "record"], ["record", "--help"])]:
+            self.assertEqual(self.rmthost(*asked), self.rmthost(*same))
+
+    def on_terminal(self, stream, *arguments, **more):
+        """Runs rmthost with `stream` being a terminal; returns the exit code and what is shown there."""
+        terminal, other_end = os.openpty()
+        streams = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, stream: other_end}
+        code = subprocess.run([HOST, *arguments, "--module", MODULE], cwd=self.directory, timeout=60, **streams,
+                              **more).returncode
+        os.close(other_end)
+        shown = os.read(terminal, 100000).decode()
+        os.close(terminal)
+        return code, shown
+
+    @unittest.skipUnless(hasattr(os, "openpty") and not RUNNER, "needs a pseudo-terminal")
+    def test_a_reply_ends_its_line_on_a_terminal(self):
+        code, shown = self.on_terminal("stdout", "run", "play", "-", "--platform", "virtual", input=b"{}")
+        self.assertEqual((code, shown[-3:]), (FAIL, "}\r\n"))
 
     @unittest.skipUnless(hasattr(os, "openpty") and not RUNNER, "needs a pseudo-terminal")
     def test_a_terminal_shows_the_progress(self):
         self.write("real.json", json.dumps({**MACHINE, "clock": "real"}).encode())
-        terminal, other_end = os.openpty()
-        command = [HOST, "record", "--render", "speaker", "--platform", "virtual:real.json", "--module", MODULE]
-        subprocess.run(command, cwd=self.directory, stdout=subprocess.DEVNULL, stderr=other_end, timeout=60, check=True)
-        os.close(other_end)
-        drawn = os.read(terminal, 100000).decode()
-        os.close(terminal)
+        code, drawn = self.on_terminal("stderr", "record", "--render", "speaker", "--platform", "virtual:real.json")
+        self.assertEqual(code, PASS)
         # Another test's lines in the shared log may move the bar too.
         self.assertRegex(drawn, r"\rrecording \[.{40}\] +[1-9][0-9]* %")
         self.assertRegex(drawn, r"\r +\r$", "the bar is wiped off")

@@ -98,15 +98,14 @@ class Repeat(HostTest):
 class Auto(HostTest):
     NOWHERE = {"PULSE_SERVER": "unix:/nowhere/native"}
 
-    def test_without_a_sound_server_the_virtual_machine_is_used_and_said(self):
-        for arguments in [["list"], ["play"]]:
-            code, output, errors = self.rmthost("--json", *arguments, machine=None, **self.NOWHERE)
-            result = json.loads(output)["result"]
-            self.assertEqual((code, result["platform"], result["platformAsked"]), (PASS, "virtual", "auto"))
-            for told in [errors, result["platformNote"]]:
-                self.assertIn("nothing was really played or heard", told)
-        result = self.document("play", **self.NOWHERE)["result"]
-        self.assertEqual((result["platformAsked"], result["platformNote"]), ("virtual:machine.json", None))
+    def test_without_a_sound_server_no_test_is_simulated(self):
+        for arguments in [["list"], ["play"], ["record"], ["repeat", "play"], ["run", "play", "-"]]:
+            more = {"machine": None, "stdin": b"{}", **self.NOWHERE}
+            document = self.document(*arguments, exit_code=BROKEN, **more)
+            self.assertNotIn("result", document)
+            self.assertRegex(document["error"]["message"], "'pulse' can't be used: .*unix:/nowhere/native.*: .+")
+            self.assertIn("'--platform virtual' simulates", document["error"]["advice"])
+        self.assertEqual(self.rmthost("play", machine=None, **self.NOWHERE)[:2], (BROKEN, b""))
 
     def test_a_platform_that_was_named_is_never_replaced(self):
         for code, platform in [(BROKEN, "pulse"), (BROKEN, "pulse:unix:/nowhere"), (BAD_INPUT, "pulse:"),
