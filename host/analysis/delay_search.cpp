@@ -1,0 +1,86 @@
+#include "host/analysis/delay_search.h"
+
+#include <array>
+#include <cmath>
+
+namespace host {
+namespace {
+
+using Complex = std::complex<double>;
+
+// A twentieth of the carrier's period; the second search goes over two of them.
+constexpr double kCoarseSeconds = 40e-6;
+constexpr double kFineSeconds = 1e-6;
+
+// The correlation with the tone and the tone's energy over a stretch, both as sums of a few exponentials of the delay.
+class DelayedProduct {
+ public:
+  DelayedProduct(const Baseband& baseband, const FittedTone& tone, std::size_t first, std::size_t last) {
+    std::array<Complex, kPartials> lags{};
+    for (std::size_t m = first; m < last; ++m) {
+      const double seconds = baseband.Seconds(m);
+      const Complex step = Phasor(kPartialStepHz * seconds);
+      Complex turned = Phasor(PartialOffsetHz(0) * seconds);
+      Complex lag = 1.0;
+      for (std::size_t k = 0; k < kPartials; ++k) {
+        product_[k] += tone.partials[k] * turned * std::conj(baseband.values[m]);
+        lags[k] += lag;
+        turned *= step;
+        lag *= step;
+      }
+    }
+    for (std::size_t lag = 0; lag < kPartials; ++lag) {
+      Complex sum = 0.0;
+      for (std::size_t k = lag; k < kPartials; ++k) sum += tone.partials[k] * std::conj(tone.partials[k - lag]);
+      energy_[lag] = (lag == 0 ? 1.0 : 2.0) * sum * lags[lag];
+    }
+  }
+
+  // Over `steps` delays from `from` on.
+  DelayedFit Best(double from, double step, int steps) const {
+    auto product = product_;
+    auto energy = energy_;
+    std::array<Complex, kPartials> productStep;
+    std::array<Complex, kPartials> energyStep;
+    for (std::size_t k = 0; k < kPartials; ++k) {
+      const double partialHz = kToneHz + PartialOffsetHz(k);
+      const double lagHz = kPartialStepHz * static_cast<double>(k);
+      product[k] *= Phasor(-partialHz * from);
+      energy[k] *= Phasor(-lagHz * from);
+      productStep[k] = Phasor(-partialHz * step);
+      energyStep[k] = Phasor(-lagHz * step);
+    }
+    DelayedFit best;
+    for (int i = 0; i < steps; ++i) {
+      double correlation = 0.0;
+      double fitted = 0.0;
+      for (std::size_t k = 0; k < kPartials; ++k) {
+        correlation += product[k].real();
+        fitted += energy[k].real();
+        product[k] *= productStep[k];
+        energy[k] *= energyStep[k];
+      }
+      if (correlation <= 0.0 || fitted <= 1e-9 * std::abs(energy_[0])) continue;
+      const double explained = correlation * correlation / fitted;
+      if (explained > best.explained) best = {from + step * i, explained};
+    }
+    return best;
+  }
+
+ private:
+  std::array<Complex, kPartials> product_{};
+  std::array<Complex, kPartials> energy_{};
+};
+
+}  // namespace
+
+DelayedFit FindDelay(const Baseband& baseband, const FittedTone& tone, std::size_t first, std::size_t last) {
+  const DelayedProduct product(baseband, tone, first, last);
+  const double most = 0.5 * kEnvelopeSeconds;
+  const DelayedFit coarse = product.Best(-most, kCoarseSeconds, static_cast<int>(std::lround(2.0 * most / kCoarseSeconds)));
+  const DelayedFit fine = product.Best(coarse.delaySeconds - kCoarseSeconds, kFineSeconds,
+                                       static_cast<int>(std::lround(2.0 * kCoarseSeconds / kFineSeconds)));
+  return fine.explained > coarse.explained ? fine : coarse;
+}
+
+}  // namespace host

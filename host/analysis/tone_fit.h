@@ -1,0 +1,52 @@
+#pragma once
+
+#include <array>
+#include <complex>
+#include <span>
+#include <vector>
+
+#include "host/analysis/baseband.h"
+#include "host/analysis/tone.h"
+
+namespace host {
+
+// The tone as a linear path leaves it: each partial with an amplitude and a phase of its own, whatever gain, polarity,
+// delay, echo and frequency response make of them.
+struct FittedTone {
+  std::array<std::complex<double>, kPartials> partials{};
+
+  // The complex envelope at each value of a baseband, when the tone comes `delaySeconds` late.
+  std::vector<std::complex<double>> Envelope(const Baseband& baseband, double delaySeconds = 0.0) const;
+
+  // When the tone begins, from 0 to 0.2 s, as the envelope repeats: from the delay that brings the partials nearest to
+  // those that are generated.
+  double BeginSeconds() const;
+
+  double Power() const;              // mean square of the sound
+  double EffectivePartials() const;  // 1 to 7, (sum of powers)^2 / sum of squared powers
+};
+
+// Least squares of sinusoids with known frequencies, over the values that have a weight, after IEEE Std 1057, 4.1.4.
+// `gains` scales the tone value by value. With `speed`, a first fit at hand, the common speed of all partials is one more
+// unknown, as in the standard's four-parameter fit, and its correction is added to *speed.
+struct FitInput {
+  const Baseband& baseband;
+  std::span<const double> weights;
+  std::span<const double> gains;
+};
+FittedTone FitTone(const FitInput& input);
+
+// By how much, as a share, the tone runs faster than the baseband was tuned for: one step of Gauss and Newton from `tone`,
+// which was fitted to the same.
+double SpeedCorrection(const FitInput& input, const FittedTone& tone);
+
+// The fit to that quarter of a second which explains most of the whole, gaps, jumps and other sounds being outliers:
+// the method is that of MSAC (P. Torr and A. Zisserman, 2000), with all stretches tried in turn instead of drawn.
+struct ToneConsensus {
+  FittedTone tone;
+  double explained = 0.0;        // energy that it explains, in the units of the baseband
+  std::vector<double> weights;   // of each value: 1 where it explains what is heard, else 0
+};
+ToneConsensus FindConsensus(const Baseband& baseband);
+
+}  // namespace host
