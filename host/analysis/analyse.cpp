@@ -154,7 +154,7 @@ RecordingFindings AnalyseRecording(const Recording& recording) {
     }
     channel.tone.speed = search.speed;
     channel.tone.explainedShare = search.explainedShare;
-    channel.tone.effectivePartials = search.tone.EffectivePartials();
+    channel.tone.patternMatch = search.tone.PatternMatch();
     FindTimes(search, static_cast<double>(samples.size()) / recording.rate, channel.tone);
     DescribeTone(samples, recording.rate, search, channel);
     const double beginSeconds = static_cast<double>(begin) / recording.rate;

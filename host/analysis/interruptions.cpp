@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "host/analysis/delay_search.h"
 #include "host/analysis/level.h"
@@ -17,7 +18,17 @@ constexpr double kMergeSeconds = 0.015;
 constexpr double kSettlingSeconds = 0.15;
 constexpr double kHostSeconds = 0.015;
 constexpr double kLoudPower = 1.0 / 16.0;  // of the envelope's peak
+// A delay is believed at the begin and the end of the tone when this much of the peak was heard with it, and all but this
+// share of the energy is explained.
+constexpr double kConvincingPower = 0.25;
+constexpr double kConvincingError = 0.02;
 constexpr double kSilentPower = 0.25;      // of the expected tone's
+// How much of what was expected must be silent in a gap: through the baseband's window its edges aren't.
+constexpr double kSilentShare = 0.4;
+// By how much that window widens everything.
+constexpr double kSmearSeconds = 0.003;
+// A shift by less is the error of two delays.
+constexpr double kLeastShiftSeconds = 10e-6;
 
 // The values that aren't explained by the tone as it went on before, and the state afterwards.
 struct Run {
@@ -27,12 +38,54 @@ struct Run {
   std::size_t after;
 };
 
-std::vector<Run> FindRuns(const ToneTimeline& timeline, double secondsPerValue) {
-  const auto merged = static_cast<std::size_t>(kMergeSeconds / secondsPerValue);
+// Whether the tone is heard loud and clear from `first` to before `last` with the state that it has there. With its usual
+// delay it always is.
+bool IsConvincing(const ToneSearch& search, std::size_t first, std::size_t last, double peak) {
+  const std::size_t state = search.timeline.states[first];
+  if (!ToneTimeline::IsTone(state)) return false;
+  if (state == 0) return true;
+  double energy = 0.0;
+  double missed = 0.0;
+  double loudest = 0.0;
+  for (std::size_t m = first; m < last; ++m) {
+    const Complex expected = search.timeline.expected[state][m];
+    energy += std::norm(search.baseband.values[m]);
+    missed += std::norm(search.baseband.values[m] - expected);
+    loudest = std::max(loudest, std::norm(expected));
+  }
+  return loudest > kConvincingPower * peak && missed < kConvincingError * energy;
+}
+
+// The values within which the tone is heard. While an echo builds up and when it is left alone, the tone seems to have
+// another delay.
+std::pair<std::size_t, std::size_t> FindConvincing(const ToneSearch& search, double peak) {
+  const std::vector<std::size_t>& states = search.timeline.states;
+  std::size_t first = search.timeline.first;
+  std::size_t last = search.timeline.last;
+  while (first < last) {
+    std::size_t end = first + 1;
+    while (end < last && states[end] == states[first]) ++end;
+    if (IsConvincing(search, first, end, peak)) break;
+    first = end;
+  }
+  while (first < last) {
+    std::size_t begin = last - 1;
+    while (begin > first && states[begin - 1] == states[last - 1]) --begin;
+    if (IsConvincing(search, begin, last, peak)) break;
+    last = begin;
+  }
+  return {first, last};
+}
+
+std::vector<Run> FindRuns(const ToneSearch& search, double peak) {
+  const ToneTimeline& timeline = search.timeline;
+  const auto merged = static_cast<std::size_t>(kMergeSeconds / search.baseband.SecondsPerValue());
   std::vector<Run> runs;
-  std::size_t state = timeline.states[timeline.first];
-  std::size_t end = timeline.first;  // of the last value that `state` explained
-  for (std::size_t m = timeline.first; m < timeline.last; ++m) {
+  const auto [first, last] = FindConvincing(search, peak);
+  if (first >= last) return runs;
+  std::size_t end = first;  // of the last value that `state` explained
+  std::size_t state = timeline.states[first];
+  for (std::size_t m = first; m < last; ++m) {
     const std::size_t now = timeline.states[m];
     if (!ToneTimeline::IsTone(now)) continue;
     if (m > end || now != state) {
@@ -62,8 +115,20 @@ bool IsRepeated(const ToneSearch& search, const Run& run) {
   return later > 0.0005 && energy - found.explained < 0.25 * missed;
 }
 
-InterruptionKind KindOf(const ToneSearch& search, const Run& run, double power, double shiftSeconds) {
-  if (run.last > run.first && power < kSilentPower) return InterruptionKind::kGap;
+bool IsSilent(const ToneSearch& search, const Run& run) {
+  double expected = 0.0;
+  double silent = 0.0;
+  for (std::size_t m = run.first; m < run.last; ++m) {
+    const double power = std::norm(search.timeline.expected[run.before][m]);
+    expected += power;
+    if (std::norm(search.baseband.values[m]) < kSilentPower * power) silent += power;
+  }
+  return expected > 0.0 && silent > kSilentShare * expected;
+}
+
+InterruptionKind KindOf(const ToneSearch& search, const Run& run, bool brief, double shiftSeconds) {
+  // Where the tone goes on in another phase, it is silent for a moment as the baseband shows it.
+  if (!(brief && shiftSeconds != 0.0) && IsSilent(search, run)) return InterruptionKind::kGap;
   if (shiftSeconds > 0.0) return InterruptionKind::kRepeat;
   if (shiftSeconds < 0.0) return InterruptionKind::kLoss;
   return IsRepeated(search, run) ? InterruptionKind::kRepeat : InterruptionKind::kDisturbance;
@@ -79,26 +144,33 @@ std::vector<Interruption> FindInterruptions(const ToneSearch& search, std::span<
 
   std::vector<Interruption> interruptions;
   const double perValue = search.baseband.SecondsPerValue();
-  for (const Run& run : FindRuns(timeline, perValue)) {
+  for (const Run& run : FindRuns(search, peak)) {
     double expected = 1e-300;
     double heard = 0.0;
+    double missed = 0.0;
     double loudest = 0.0;
     for (std::size_t m = run.first; m < run.last; ++m) {
       const double power = std::norm(timeline.expected[run.before][m]);
       expected += power;
       heard += std::norm(search.baseband.values[m]);
+      missed += std::norm(search.baseband.values[m] - timeline.expected[run.before][m]);
       loudest = std::max(loudest, power);
     }
-    const double shift = timeline.delays[run.after] - timeline.delays[run.before];
-    if (run.before == run.after && loudest < kLoudPower * peak) continue;
+    const double length = static_cast<double>(run.last - run.first) * perValue;
+    double shift = timeline.delays[run.after] - timeline.delays[run.before];
+    if (std::abs(shift) < kLeastShiftSeconds) shift = 0.0;
+    if (shift == 0.0 && loudest < kLoudPower * peak) continue;
+    const bool brief = length < 1.1 * kSmearSeconds;
+    if (shift == 0.0 && brief && missed < kSilentPower * expected) continue;
     Interruption found;
-    found.kind = KindOf(search, run, heard / expected, shift);
+    found.kind = KindOf(search, run, brief, shift);
     const double begin = search.baseband.Seconds(run.first);
     const double sinceBegin = begin - search.baseband.Seconds(timeline.first);
     if (found.kind == InterruptionKind::kDisturbance && sinceBegin < kSettlingSeconds) continue;
     // Times of the tone's own become those of the recording.
-    found.beginSeconds = begin / search.speed;
-    found.lengthSeconds = static_cast<double>(run.last - run.first) * perValue / search.speed;
+    const double smear = std::min(kSmearSeconds, length);
+    found.beginSeconds = (begin + 0.5 * smear) / search.speed;
+    found.lengthSeconds = (length - smear) / search.speed;
     found.shiftSeconds = shift / search.speed;
     found.levelDb = run.last > run.first ? PowerDb(heard / expected) : 0.0;
     found.byHost = std::any_of(hostLosses.begin(), hostLosses.end(), [&](double seconds) {

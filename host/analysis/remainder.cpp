@@ -17,6 +17,7 @@ constexpr double kReachHz = 40.0;
 constexpr double kLineHz = 2.5;  // half the width of a line in a spectrum of about a second
 // How far the largest bin stands above the noise around it to be a line: noise alone does so in one of 10^13 bins.
 constexpr double kProminence = 30.0;
+constexpr double kSkirtHz = 15.0;  // where a line's skirts are 75 dB down
 constexpr int kHumHarmonics = 8;
 
 // The mains' lines up to the eighth, 0 when none of the first three stands out.
@@ -67,7 +68,7 @@ RemainderFindings DescribeRemainder(const StretchSpectrum& spectrum, double tone
     findings.humHz = hum50 >= hum60 ? 50.0 : 60.0;
     findings.humDb = FullScaleDb(std::max(hum50, hum60));
     lines += std::max(hum50, hum60);
-    for (int harmonic = 1; harmonic <= kHumHarmonics; ++harmonic) ClearAround(rest, harmonic * findings.humHz, 5.0);
+    for (int harmonic = 1; harmonic <= kHumHarmonics; ++harmonic) ClearAround(rest, harmonic * findings.humHz, kSkirtHz);
   }
   ClearAround(rest, 0.0, kLowestHz);
   if (toneSpeed > 0.0) {

@@ -103,6 +103,29 @@ BlockFit CompareBlock(const Baseband& baseband, std::span<const Complex> envelop
   return {product > 0.0 ? product * product / fitted : 0.0, energy};
 }
 
+struct PatternMatched {
+  double beginSeconds;
+  double power;
+};
+
+// The begin for which the partials add up best when the signs and phases that the generator gave them are taken away.
+PatternMatched MatchPattern(const std::array<Complex, kPartials>& partials) {
+  constexpr int kSteps = 2000;
+  PatternMatched best{0.0, -1.0};
+  for (int i = 0; i < kSteps; ++i) {
+    const double seconds = kEnvelopeSeconds * i / kSteps;
+    const std::array<Complex, kPartials> row = RowAt(seconds);
+    Complex sum = 0.0;
+    for (std::size_t k = 0; k < kPartials; ++k) sum += (k % 2 == 1 ? 1.0 : -1.0) * partials[k] * row[k];
+    if (std::norm(sum) > best.power) best = {seconds, std::norm(sum)};
+  }
+  return best;
+}
+
+std::size_t ValuesIn(const Baseband& baseband, double seconds) {
+  return std::max<std::size_t>(1, static_cast<std::size_t>(seconds / baseband.SecondsPerValue()));
+}
+
 }  // namespace
 
 std::vector<Complex> FittedTone::Envelope(const Baseband& baseband, double delaySeconds) const {
@@ -119,37 +142,16 @@ std::vector<Complex> FittedTone::Envelope(const Baseband& baseband, double delay
   return envelope;
 }
 
-double FittedTone::BeginSeconds() const {
-  constexpr int kSteps = 2000;
-  double best = -1.0;
-  double begin = 0.0;
-  for (int i = 0; i < kSteps; ++i) {
-    const double seconds = kEnvelopeSeconds * i / kSteps;
-    const std::array<Complex, kPartials> row = RowAt(seconds);
-    Complex sum = 0.0;
-    for (std::size_t k = 0; k < kPartials; ++k) sum += (k % 2 == 1 ? 1.0 : -1.0) * partials[k] * row[k];
-    if (std::norm(sum) > best) {
-      best = std::norm(sum);
-      begin = seconds;
-    }
-  }
-  return begin;
+double FittedTone::BeginSeconds() const { return MatchPattern(partials).beginSeconds; }
+
+double FittedTone::PatternMatch() const {
+  return MatchPattern(partials).power / (2.0 * static_cast<double>(kPartials) * Power() + 1e-300);
 }
 
 double FittedTone::Power() const {
   double power = 0.0;
   for (const Complex& partial : partials) power += 0.5 * std::norm(partial);
   return power;
-}
-
-double FittedTone::EffectivePartials() const {
-  double sum = 0.0;
-  double squares = 1e-300;
-  for (const Complex& partial : partials) {
-    sum += std::norm(partial);
-    squares += std::norm(partial) * std::norm(partial);
-  }
-  return sum * sum / squares;
 }
 
 FittedTone FitTone(const FitInput& input) {
@@ -187,31 +189,42 @@ double SpeedCorrection(const FitInput& input, const FittedTone& tone) {
 
 ToneConsensus FindConsensus(const Baseband& baseband) {
   const std::size_t count = baseband.values.size();
-  const auto values = [&](double seconds) {
-    return std::max<std::size_t>(1, static_cast<std::size_t>(seconds / baseband.SecondsPerValue()));
-  };
-  const std::size_t seed = std::min(count, values(kSeedSeconds));
-  const std::size_t block = values(kBlockSeconds);
+  const std::size_t seed = std::min(count, ValuesIn(baseband, kSeedSeconds));
+  const std::size_t block = ValuesIn(baseband, kBlockSeconds);
   const std::vector<double> ones(count, 1.0);
-  std::vector<double> weights(count);
   ToneConsensus best;
-  for (std::size_t begin = 0; begin + seed <= count; begin += values(kSeedHopSeconds)) {
-    std::fill(weights.begin(), weights.end(), 0.0);
+  for (std::size_t begin = 0; begin + seed <= count; begin += ValuesIn(baseband, kSeedHopSeconds)) {
+    std::vector<double> weights(count);
     std::fill_n(weights.begin() + static_cast<std::ptrdiff_t>(begin), seed, 1.0);
     const FittedTone tone = FitTone({baseband, weights, ones});
     const std::vector<Complex> envelope = tone.Envelope(baseband);
     double explained = 0.0;
     for (std::size_t first = 0; first < count; first += block) {
-      const std::size_t last = std::min(count, first + block);
-      const BlockFit fit = CompareBlock(baseband, envelope, first, last);
-      const bool fits = fit.explained > (1.0 - kUnexplainedShare) * fit.energy;
-      if (fits) explained += fit.explained - (1.0 - kUnexplainedShare) * fit.energy;
-      std::fill(weights.begin() + static_cast<std::ptrdiff_t>(first), weights.begin() + static_cast<std::ptrdiff_t>(last),
-                fits ? 1.0 : 0.0);
+      const BlockFit fit = CompareBlock(baseband, envelope, first, std::min(count, first + block));
+      explained += std::max(0.0, fit.explained - (1.0 - kUnexplainedShare) * fit.energy);
     }
-    if (best.weights.empty() || explained > best.explained) best = {tone, explained, weights};
+    if (begin > 0 && explained <= best.explained) continue;
+    const BlockFit own = CompareBlock(baseband, envelope, begin, begin + seed);
+    best = {tone, explained, 1.0 - own.explained / (own.energy + 1e-300)};
   }
   return best;
+}
+
+std::vector<double> ExplainedBlocks(const Baseband& baseband, const FittedTone& tone, double unexplainedShare) {
+  const std::size_t count = baseband.values.size();
+  const std::size_t block = ValuesIn(baseband, kBlockSeconds);
+  const std::vector<Complex> envelope = tone.Envelope(baseband);
+  std::vector<double> weights(count);
+  bool any = false;
+  for (std::size_t first = 0; first < count; first += block) {
+    const std::size_t last = std::min(count, first + block);
+    const BlockFit fit = CompareBlock(baseband, envelope, first, last);
+    if (fit.explained <= (1.0 - unexplainedShare) * fit.energy) continue;
+    any = true;
+    std::fill(weights.begin() + static_cast<std::ptrdiff_t>(first), weights.begin() + static_cast<std::ptrdiff_t>(last), 1.0);
+  }
+  if (!any) std::fill(weights.begin(), weights.end(), 1.0);
+  return weights;
 }
 
 }  // namespace host

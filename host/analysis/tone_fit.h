@@ -22,8 +22,11 @@ struct FittedTone {
   // those that are generated.
   double BeginSeconds() const;
 
-  double Power() const;              // mean square of the sound
-  double EffectivePartials() const;  // 1 to 7, (sum of powers)^2 / sum of squared powers
+  // How near they then are, from 0 to 1: the share of the partials' power in the generated pattern. One steady sine has a
+  // seventh, three of any phases at most three.
+  double PatternMatch() const;
+
+  double Power() const;  // mean square of the sound
 };
 
 // Least squares of sinusoids with known frequencies, over the values that have a weight, after IEEE Std 1057, 4.1.4.
@@ -44,9 +47,13 @@ double SpeedCorrection(const FitInput& input, const FittedTone& tone);
 // the method is that of MSAC (P. Torr and A. Zisserman, 2000), with all stretches tried in turn instead of drawn.
 struct ToneConsensus {
   FittedTone tone;
-  double explained = 0.0;        // energy that it explains, in the units of the baseband
-  std::vector<double> weights;   // of each value: 1 where it explains what is heard, else 0
+  double explained = 0.0;        // how much it explains, in the units of the baseband
+  double unexplainedShare = 1.0;  // of the energy in the quarter of a second itself
 };
 ToneConsensus FindConsensus(const Baseband& baseband);
+
+// A weight for each value: 1 in blocks of 50 ms in which the tone leaves less than this share of the energy unexplained,
+// else 0; and 1 for all when there is no such block.
+std::vector<double> ExplainedBlocks(const Baseband& baseband, const FittedTone& tone, double unexplainedShare);
 
 }  // namespace host

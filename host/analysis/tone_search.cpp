@@ -12,7 +12,7 @@ namespace {
 using Complex = std::complex<double>;
 
 constexpr double kLeastShare = 0.5;
-constexpr double kLeastPartials = 2.5;
+constexpr double kLeastMatch = 0.3;
 constexpr double kLeastSeconds = 0.3;
 // Below this there is no room for the tone at any speed that is looked for.
 constexpr double kLeastRate = 2400.0;
@@ -22,30 +22,44 @@ constexpr double kSpeedsTriedHz[] = {0.0, -0.4, 0.4, -kPartialStepHz, kPartialSt
 // Automatic gain is followed over one period of the envelope.
 constexpr double kGainSeconds = 0.1;
 constexpr double kNoisePowerShare = 1e-9;  // of the tone's, so that a perfect path has noise too
+constexpr double kMostUnexplained = 0.25;
+constexpr double kMostCorrection = 5e-4;  // of the speed, in one step
+constexpr double kLeastErrorShare = 1e-4;
 
-double NoisePower(const Baseband& baseband, std::span<const Complex> expected, std::span<const double> weights,
-                  double tonePower) {
+double ShareOf(std::vector<double>& values, double share) {
+  if (values.empty()) return 0.0;
+  const auto place = values.begin() + static_cast<std::ptrdiff_t>(share * static_cast<double>(values.size()));
+  std::nth_element(values.begin(), place, values.end());
+  return *place;
+}
+
+// From the values with a weight. What bends the tone counts by its upper quartile, where the tone is loud.
+FitError FindError(const Baseband& baseband, std::span<const Complex> expected, std::span<const double> weights,
+                   double tonePower) {
   std::vector<double> powers;
+  std::vector<double> shares;
   for (std::size_t m = 0; m < weights.size(); ++m) {
     if (weights[m] > 0.0) powers.push_back(std::norm(baseband.values[m] - expected[m]));
   }
   // The power of noise is distributed exponentially, with its median at ln 2 of its mean.
-  const double noise = powers.empty() ? 0.0 : MiddleOf(powers) / std::numbers::ln2;
-  return noise + kNoisePowerShare * tonePower + 1e-30;
+  const double noise = ShareOf(powers, 0.5) / std::numbers::ln2 + kNoisePowerShare * tonePower + 1e-30;
+  for (std::size_t m = 0; m < weights.size(); ++m) {
+    if (weights[m] == 0.0 || std::norm(expected[m]) < tonePower) continue;
+    shares.push_back((std::norm(baseband.values[m] - expected[m]) - 3.0 * noise) / std::norm(expected[m]));
+  }
+  return {noise, std::max(kLeastErrorShare, ShareOf(shares, 0.75))};
 }
 
 // The gain value by value, by least squares over what surrounds it with a Hann window. Where little of the tone is heard
 // it stays near 1.
-std::vector<double> FollowGain(const Baseband& baseband, const ToneTimeline& timeline, std::span<const double> gains,
-                               double tonePower) {
+// `expected` is the tone without its gain, and 0 where it isn't heard.
+std::vector<double> FollowGain(const Baseband& baseband, std::span<const Complex> expected, double tonePower) {
   const std::size_t count = baseband.values.size();
   std::vector<double> product(count);
   std::vector<double> energy(count);
   for (std::size_t m = 0; m < count; ++m) {
-    if (!ToneTimeline::IsTone(timeline.states[m])) continue;
-    const Complex expected = timeline.expected[timeline.states[m]][m] / gains[m];
-    product[m] = (std::conj(expected) * baseband.values[m]).real();
-    energy[m] = std::norm(expected);
+    product[m] = (std::conj(expected[m]) * baseband.values[m]).real();
+    energy[m] = std::norm(expected[m]);
   }
   const auto half = static_cast<std::size_t>(kGainSeconds / baseband.SecondsPerValue());
   std::vector<double> window(half);
@@ -72,6 +86,30 @@ std::vector<double> FollowGain(const Baseband& baseband, const ToneTimeline& tim
   return followed;
 }
 
+// The tone without its gain where it is heard, with the delay that it has there.
+std::vector<Complex> HeardTone(const ToneTimeline& timeline, std::span<const double> gains) {
+  std::vector<Complex> heard(gains.size());
+  for (std::size_t m = 0; m < heard.size(); ++m) {
+    const std::size_t state = timeline.states[m];
+    if (ToneTimeline::IsTone(state)) heard[m] = timeline.expected[state][m] / gains[m];
+  }
+  return heard;
+}
+
+// The delay that the tone has for the longest time.
+std::size_t UsualState(const ToneTimeline& timeline) {
+  std::vector<std::size_t> counts(timeline.delays.size());
+  for (const std::size_t state : timeline.states) {
+    if (ToneTimeline::IsTone(state)) ++counts[state];
+  }
+  return static_cast<std::size_t>(std::max_element(counts.begin(), counts.end()) - counts.begin());
+}
+
+void TuneTo(std::span<const double> samples, double rate, double correction, ToneSearch& search) {
+  search.speed *= 1.0 + std::clamp(correction, -kMostCorrection, kMostCorrection);
+  search.baseband = Demodulate(samples, rate, search.speed);
+}
+
 double ExplainedShare(const ToneSearch& search) {
   double energy = 1e-300;
   double missed = 0.0;
@@ -85,12 +123,6 @@ double ExplainedShare(const ToneSearch& search) {
 }
 
 }  // namespace
-
-double MiddleOf(std::span<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
 
 ToneSearch FindTone(std::span<const double> samples, double rate) {
   ToneSearch search;
@@ -110,33 +142,39 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
     }
   }
 
-  std::vector<double> weights = std::move(consensus.weights);
+  // What one quarter of a second has found grows over all that it explains as well as itself.
   search.tone = consensus.tone;
-  search.gains.assign(search.baseband.values.size(), 1.0);
-  for (int round = 0; round < 5; ++round) {
+  const double unexplained = std::clamp(4.0 * consensus.unexplainedShare, 0.01, kMostUnexplained);
+  std::vector<double> weights;
+  for (int round = 0; round < 3; ++round) {
+    const std::vector<double> ones(search.baseband.values.size(), 1.0);
+    weights = ExplainedBlocks(search.baseband, search.tone, unexplained);
+    search.tone = FitTone({search.baseband, weights, ones});
+    TuneTo(samples, rate, SpeedCorrection({search.baseband, weights, ones}, search.tone), search);
+    weights.resize(search.baseband.values.size());
+    search.gains.assign(search.baseband.values.size(), 1.0);
     search.tone = FitTone({search.baseband, weights, search.gains});
-    if (round < 3) {
-      const double correction = SpeedCorrection({search.baseband, weights, search.gains}, search.tone);
-      search.speed *= 1.0 + std::clamp(correction, -5e-4, 5e-4);
-      search.baseband = Demodulate(samples, rate, search.speed);
-      weights.resize(search.baseband.values.size());
-      search.gains.resize(search.baseband.values.size(), 1.0);
-      search.tone = FitTone({search.baseband, weights, search.gains});
-    }
-    std::vector<Complex> expected = search.tone.Envelope(search.baseband);
-    for (std::size_t m = 0; m < expected.size(); ++m) expected[m] *= search.gains[m];
+  }
+  std::vector<Complex> heard = search.tone.Envelope(search.baseband);
+  for (std::size_t m = 0; m < heard.size(); ++m) heard[m] *= weights[m];
+  for (int round = 0; round < 3; ++round) {
     // The mean square of a complex envelope is twice that of the sound.
     const double tonePower = 2.0 * search.tone.Power();
-    const double noise = NoisePower(search.baseband, expected, weights, tonePower);
-    search.timeline = TraceTone(search.baseband, search.tone, search.gains, noise);
-    for (std::size_t m = 0; m < weights.size(); ++m) weights[m] = search.timeline.states[m] == 0 ? 1.0 : 0.0;
-    search.gains = FollowGain(search.baseband, search.timeline, search.gains, tonePower);
+    search.gains = FollowGain(search.baseband, heard, tonePower);
+    search.tone = FitTone({search.baseband, weights, search.gains});
+    std::vector<Complex> expected = search.tone.Envelope(search.baseband);
+    for (std::size_t m = 0; m < expected.size(); ++m) expected[m] *= search.gains[m];
+    const FitError error = FindError(search.baseband, expected, weights, tonePower);
+    search.timeline = TraceTone(search.baseband, search.tone, search.gains, error);
+    const std::size_t usual = UsualState(search.timeline);
+    for (std::size_t m = 0; m < weights.size(); ++m) weights[m] = search.timeline.states[m] == usual ? 1.0 : 0.0;
+    heard = HeardTone(search.timeline, search.gains);
   }
   search.explainedShare = ExplainedShare(search);
-  const auto heard = std::count_if(search.timeline.states.begin(), search.timeline.states.end(),
-                                   [](std::size_t state) { return ToneTimeline::IsTone(state); });
-  search.heard = static_cast<double>(heard) * search.baseband.SecondsPerValue() >= kLeastSeconds &&
-                 search.explainedShare >= kLeastShare && search.tone.EffectivePartials() >= kLeastPartials;
+  const auto values = std::count_if(search.timeline.states.begin(), search.timeline.states.end(),
+                                    [](std::size_t state) { return ToneTimeline::IsTone(state); });
+  search.heard = static_cast<double>(values) * search.baseband.SecondsPerValue() >= kLeastSeconds &&
+                 search.explainedShare >= kLeastShare && search.tone.PatternMatch() >= kLeastMatch;
   return search;
 }
 

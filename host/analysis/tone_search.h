@@ -22,7 +22,4 @@ struct ToneSearch {
 // heard around its frequency, with more than two partials: one or two are another tone.
 ToneSearch FindTone(std::span<const double> samples, double rate);
 
-// The middle one of values, of which there must be one; their order changes.
-double MiddleOf(std::span<double> values);
-
 }  // namespace host

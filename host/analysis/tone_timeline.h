@@ -9,6 +9,15 @@
 
 namespace host {
 
+// What the fit misses in a path that is left undisturbed: noise, as a mean square of complex values, and a share of the
+// tone's own power, for what bends it.
+struct FitError {
+  double noisePower = 0.0;
+  double toneShare = 0.0;
+
+  double At(const std::complex<double>& expected) const { return noisePower + toneShare * std::norm(expected); }
+};
+
 // What is heard when: for each value of a baseband the tone with one of some delays, silence, or something else.
 struct ToneTimeline {
   static constexpr std::size_t kSilence = 1000;
@@ -19,15 +28,16 @@ struct ToneTimeline {
   std::vector<std::size_t> states;                         // a place in `delays`, kSilence or kOther
   std::vector<std::vector<std::complex<double>>> expected;  // the tone by delay and value, with its gain
 
-  // The values from which and up to which the tone is heard; equal when it isn't.
+  // The values from which and up to which the tone is heard; equal when it isn't. The time in which an echo isn't steady
+  // yet is part of it.
   std::size_t first = 0;
   std::size_t last = 0;
 };
 
 // The likeliest course of things, found by Viterbi's algorithm (G. D. Forney, "The Viterbi algorithm", 1973): each value
-// costs its squared distance from what its state expects, in units of `noisePower` (a mean square of complex values),
-// and each change of state costs something too. Delays are found where the tone as it is doesn't explain what is heard.
+// costs its squared distance from what its state expects, in units of the noise, and each change of state costs something
+// too. Delays are found where the tone as it is doesn't explain what is heard.
 ToneTimeline TraceTone(const Baseband& baseband, const FittedTone& tone, std::span<const double> gains,
-                       double noisePower);
+                       const FitError& error);
 
 }  // namespace host
