@@ -14,8 +14,8 @@ using Complex = std::complex<double>;
 
 // Disturbances this near to each other are one.
 constexpr double kMergeSeconds = 0.015;
-// An echo needs this long to become steady, and until then covers the tone.
-constexpr double kSettlingSeconds = 0.15;
+// An echo needs this long to become steady, and until then the tone isn't as expected.
+constexpr double kSettlingSeconds = 0.2;
 constexpr double kHostSeconds = 0.015;
 constexpr double kLoudPower = 1.0 / 16.0;  // of the envelope's peak
 // A delay is believed at the begin and the end of the tone when this much of the peak was heard with it, and all but this

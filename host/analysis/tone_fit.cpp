@@ -12,8 +12,9 @@ using Complex = std::complex<double>;
 constexpr double kSeedSeconds = 0.25;
 constexpr double kSeedHopSeconds = 0.05;
 constexpr double kBlockSeconds = 0.05;
-// A block is explained when the fit with a gain of its own leaves less than this share of the block's energy.
-constexpr double kUnexplainedShare = 0.25;
+// A block counts by the logarithm of the share of its energy that the fit leaves: half of the blocks fitted well are worth
+// more than all of them fitted somehow. To leave less than this is no better.
+constexpr double kLeastUnexplained = 1e-3;
 
 // The normal equations of least squares with N unknowns, summed up row by row.
 template <std::size_t N>
@@ -201,7 +202,7 @@ ToneConsensus FindConsensus(const Baseband& baseband) {
     double explained = 0.0;
     for (std::size_t first = 0; first < count; first += block) {
       const BlockFit fit = CompareBlock(baseband, envelope, first, std::min(count, first + block));
-      explained += std::max(0.0, fit.explained - (1.0 - kUnexplainedShare) * fit.energy);
+      explained -= fit.energy * std::log(1.0 - fit.explained / (fit.energy + 1e-300) + kLeastUnexplained);
     }
     if (begin > 0 && explained <= best.explained) continue;
     const BlockFit own = CompareBlock(baseband, envelope, begin, begin + seed);

@@ -43,11 +43,12 @@ FittedTone FitTone(const FitInput& input);
 // which was fitted to the same.
 double SpeedCorrection(const FitInput& input, const FittedTone& tone);
 
-// The fit to that quarter of a second which explains most of the whole, gaps, jumps and other sounds being outliers:
-// the method is that of MSAC (P. Torr and A. Zisserman, 2000), with all stretches tried in turn instead of drawn.
+// The fit to that quarter of a second which explains the whole best, gaps, jumps and other sounds being outliers. The
+// method is that of random sample consensus (M. Fischler and R. Bolles, 1981), with all stretches tried in turn instead
+// of drawn.
 struct ToneConsensus {
   FittedTone tone;
-  double explained = 0.0;        // how much it explains, in the units of the baseband
+  double explained = 0.0;         // how well it explains the whole, to be compared with other fits to the same sound
   double unexplainedShare = 1.0;  // of the energy in the quarter of a second itself
 };
 ToneConsensus FindConsensus(const Baseband& baseband);

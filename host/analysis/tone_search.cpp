@@ -11,8 +11,8 @@ namespace {
 
 using Complex = std::complex<double>;
 
-constexpr double kLeastShare = 0.5;
-constexpr double kLeastMatch = 0.3;
+constexpr double kLeastShare = 0.6;
+constexpr double kLeastMatch = 0.45;
 constexpr double kLeastSeconds = 0.3;
 // Below this there is no room for the tone at any speed that is looked for.
 constexpr double kLeastRate = 2400.0;
@@ -21,10 +21,12 @@ constexpr double kLeastRate = 2400.0;
 constexpr double kSpeedsTriedHz[] = {0.0, -0.4, 0.4, -kPartialStepHz, kPartialStepHz};
 // Automatic gain is followed over one period of the envelope.
 constexpr double kGainSeconds = 0.1;
+constexpr double kAroundSeconds = 0.03;
 constexpr double kNoisePowerShare = 1e-9;  // of the tone's, so that a perfect path has noise too
+constexpr int kGrowthRounds = 5;
 constexpr double kMostUnexplained = 0.25;
 constexpr double kMostCorrection = 5e-4;  // of the speed, in one step
-constexpr double kLeastErrorShare = 1e-4;
+constexpr double kLeastErrorShare = 1e-5;
 
 double ShareOf(std::vector<double>& values, double share) {
   if (values.empty()) return 0.0;
@@ -33,25 +35,36 @@ double ShareOf(std::vector<double>& values, double share) {
   return *place;
 }
 
-// From the values with a weight. What bends the tone counts by its upper quartile, where the tone is loud.
-FitError FindError(const Baseband& baseband, std::span<const Complex> expected, std::span<const double> weights,
-                   double tonePower) {
+// What the fit misses by value, as a mean square: noise, and a share of the tone's power around the value for what bends
+// it. Both are taken from the values with a weight; that share is three times the upper quartile where the tone is loud.
+std::vector<double> FindMissed(const Baseband& baseband, std::span<const Complex> expected,
+                               std::span<const double> weights, double tonePower) {
+  const std::size_t count = weights.size();
+  const auto reach = static_cast<std::size_t>(kAroundSeconds / baseband.SecondsPerValue());
+  std::vector<double> sums(count + 1);
+  for (std::size_t m = 0; m < count; ++m) sums[m + 1] = sums[m] + std::norm(expected[m]);
+  std::vector<double> around(count);
   std::vector<double> powers;
-  std::vector<double> shares;
-  for (std::size_t m = 0; m < weights.size(); ++m) {
+  for (std::size_t m = 0; m < count; ++m) {
+    const std::size_t first = m - std::min(m, reach);
+    const std::size_t last = std::min(count, m + reach + 1);
+    around[m] = (sums[last] - sums[first]) / static_cast<double>(last - first);
     if (weights[m] > 0.0) powers.push_back(std::norm(baseband.values[m] - expected[m]));
   }
   // The power of noise is distributed exponentially, with its median at ln 2 of its mean.
   const double noise = ShareOf(powers, 0.5) / std::numbers::ln2 + kNoisePowerShare * tonePower + 1e-30;
-  for (std::size_t m = 0; m < weights.size(); ++m) {
+  std::vector<double> shares;
+  for (std::size_t m = 0; m < count; ++m) {
     if (weights[m] == 0.0 || std::norm(expected[m]) < tonePower) continue;
-    shares.push_back((std::norm(baseband.values[m] - expected[m]) - 3.0 * noise) / std::norm(expected[m]));
+    shares.push_back((std::norm(baseband.values[m] - expected[m]) - 3.0 * noise) / around[m]);
   }
-  return {noise, std::max(kLeastErrorShare, ShareOf(shares, 0.75))};
+  const double share = std::max(kLeastErrorShare, 3.0 * ShareOf(shares, 0.75));
+  for (double& power : around) power = noise + share * power;
+  return around;
 }
 
-// The gain value by value, by least squares over what surrounds it with a Hann window. Where little of the tone is heard
-// it stays near 1.
+// The gain value by value: a line through what surrounds it, by least squares with a Hann window (W. Cleveland, "Robust
+// locally weighted regression", 1979). Where little of the tone is heard it stays near 1.
 // `expected` is the tone without its gain, and 0 where it isn't heard.
 std::vector<double> FollowGain(const Baseband& baseband, std::span<const Complex> expected, double tonePower) {
   const std::size_t count = baseband.values.size();
@@ -67,21 +80,28 @@ std::vector<double> FollowGain(const Baseband& baseband, std::span<const Complex
     window[i] = 0.5 + 0.5 * Phasor(0.5 * static_cast<double>(i) / static_cast<double>(half)).real();
   }
   const double steady = 0.05 * static_cast<double>(half) * tonePower;
+  const auto reach = static_cast<std::ptrdiff_t>(half);
+  const auto size = static_cast<std::ptrdiff_t>(count);
   std::vector<double> followed(count);
-  for (std::size_t m = 0; m < count; ++m) {
-    double productSum = steady;
-    double energySum = steady;
-    for (std::size_t i = 0; i < half; ++i) {
-      if (i <= m) {
-        productSum += window[i] * product[m - i];
-        energySum += window[i] * energy[m - i];
-      }
-      if (i > 0 && m + i < count) {
-        productSum += window[i] * product[m + i];
-        energySum += window[i] * energy[m + i];
-      }
+  for (std::ptrdiff_t m = 0; m < size; ++m) {
+    double product0 = steady;
+    double product1 = 0.0;
+    double energy0 = steady;
+    double energy1 = 0.0;
+    double energy2 = steady;
+    for (std::ptrdiff_t i = std::max(-m, 1 - reach); i < std::min(size - m, reach); ++i) {
+      const double weight = window[static_cast<std::size_t>(std::abs(i))];
+      const double time = static_cast<double>(i) / static_cast<double>(half);
+      const double p = weight * product[static_cast<std::size_t>(m + i)];
+      const double e = weight * energy[static_cast<std::size_t>(m + i)];
+      product0 += p;
+      product1 += p * time;
+      energy0 += e;
+      energy1 += e * time;
+      energy2 += e * time * time;
     }
-    followed[m] = std::clamp(productSum / energySum, 0.05, 20.0);
+    const double gain = (product0 * energy2 - product1 * energy1) / (energy0 * energy2 - energy1 * energy1);
+    followed[static_cast<std::size_t>(m)] = std::clamp(gain, 0.05, 20.0);
   }
   return followed;
 }
@@ -146,7 +166,7 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
   search.tone = consensus.tone;
   const double unexplained = std::clamp(4.0 * consensus.unexplainedShare, 0.01, kMostUnexplained);
   std::vector<double> weights;
-  for (int round = 0; round < 3; ++round) {
+  for (int round = 0; round < kGrowthRounds; ++round) {
     const std::vector<double> ones(search.baseband.values.size(), 1.0);
     weights = ExplainedBlocks(search.baseband, search.tone, unexplained);
     search.tone = FitTone({search.baseband, weights, ones});
@@ -164,16 +184,15 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
     search.tone = FitTone({search.baseband, weights, search.gains});
     std::vector<Complex> expected = search.tone.Envelope(search.baseband);
     for (std::size_t m = 0; m < expected.size(); ++m) expected[m] *= search.gains[m];
-    const FitError error = FindError(search.baseband, expected, weights, tonePower);
-    search.timeline = TraceTone(search.baseband, search.tone, search.gains, error);
+    const std::vector<double> missed = FindMissed(search.baseband, expected, weights, tonePower);
+    search.timeline = TraceTone(search.baseband, search.tone, search.gains, missed);
     const std::size_t usual = UsualState(search.timeline);
     for (std::size_t m = 0; m < weights.size(); ++m) weights[m] = search.timeline.states[m] == usual ? 1.0 : 0.0;
     heard = HeardTone(search.timeline, search.gains);
   }
   search.explainedShare = ExplainedShare(search);
-  const auto values = std::count_if(search.timeline.states.begin(), search.timeline.states.end(),
-                                    [](std::size_t state) { return ToneTimeline::IsTone(state); });
-  search.heard = static_cast<double>(values) * search.baseband.SecondsPerValue() >= kLeastSeconds &&
+  const auto usual = std::count(search.timeline.states.begin(), search.timeline.states.end(), 0);
+  search.heard = static_cast<double>(usual) * search.baseband.SecondsPerValue() >= kLeastSeconds &&
                  search.explainedShare >= kLeastShare && search.tone.PatternMatch() >= kLeastMatch;
   return search;
 }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
+#include <utility>
 
 #include "host/analysis/delay_search.h"
 
@@ -11,7 +11,9 @@ namespace {
 
 using Complex = std::complex<double>;
 
-constexpr double kStretchSeconds = 0.1;
+// Something else that lasts at least this long may be the tone with another delay.
+constexpr double kLeastRunSeconds = 0.012;
+constexpr double kMarginSeconds = 0.01;
 constexpr std::size_t kMostDelays = 8;
 // An echo needs this long to become steady.
 constexpr double kSettlingSeconds = 0.2;
@@ -29,35 +31,8 @@ std::vector<Complex> ExpectedTone(const Baseband& baseband, const FittedTone& to
   return expected;
 }
 
-double Distance(std::span<const Complex> values, std::span<const Complex> expected, std::size_t first, std::size_t last) {
-  double sum = 0.0;
-  for (std::size_t m = first; m < last; ++m) sum += std::norm(values[m] - expected[m]);
-  return sum;
-}
-
-// Adds the delays with which the tone goes on after something was lost or heard twice.
-void FindDelays(const Baseband& baseband, const FittedTone& tone, std::span<const double> gains, const FitError& error,
-                ToneTimeline& timeline) {
-  const auto stretch = static_cast<std::size_t>(kStretchSeconds / baseband.SecondsPerValue());
-  for (std::size_t first = 0; first + stretch <= baseband.values.size(); first += std::max<std::size_t>(1, stretch / 2)) {
-    const std::size_t last = first + stretch;
-    double energy = 0.0;
-    for (std::size_t m = first; m < last; ++m) energy += std::norm(baseband.values[m]);
-    double distance = energy;
-    for (const auto& expected : timeline.expected) {
-      distance = std::min(distance, Distance(baseband.values, expected, first, last));
-    }
-    const double tolerated = 4.0 * error.noisePower * static_cast<double>(stretch) + 10.0 * error.toneShare * energy;
-    if (distance < tolerated || timeline.delays.size() == kMostDelays) continue;
-    const DelayedFit found = FindDelay(baseband, tone, first, last);
-    if (energy - found.explained > 0.5 * distance) continue;
-    timeline.delays.push_back(found.delaySeconds);
-    timeline.expected.push_back(ExpectedTone(baseband, tone, found.delaySeconds, gains));
-  }
-}
-
-// Sets the states to those of the least cost.
-void FindStates(const Baseband& baseband, const FitError& error, ToneTimeline& timeline) {
+// Sets the states to those of the least cost, and returns it.
+double FindStates(const Baseband& baseband, std::span<const double> missed, ToneTimeline& timeline) {
   const std::size_t count = baseband.values.size();
   const std::size_t delays = timeline.delays.size();
   const std::size_t states = delays + 2;
@@ -75,16 +50,18 @@ void FindStates(const Baseband& baseband, const FitError& error, ToneTimeline& t
         costs[state] += kOtherCost;
       } else {
         const Complex expected = state < delays ? timeline.expected[state][m] : Complex();
-        costs[state] += std::norm(baseband.values[m] - expected) / error.At(timeline.expected[0][m]);
+        costs[state] += std::norm(baseband.values[m] - expected) / missed[m];
       }
     }
   }
   timeline.states.resize(count);
   auto state = static_cast<std::size_t>(std::min_element(costs.begin(), costs.end()) - costs.begin());
+  const double cost = costs[state];
   for (std::size_t m = count; m-- > 0;) {
     timeline.states[m] = state < delays ? state : ToneTimeline::kSilence + (state - delays);
     state = from[m * states + state];
   }
+  return cost;
 }
 
 // Finds each delay anew over the longest time for which the tone had it: a stretch may have had more than one.
@@ -118,16 +95,54 @@ void FindEnds(const Baseband& baseband, ToneTimeline& timeline) {
   if (seconds <= kSettlingSeconds) timeline.first = settling;
 }
 
+// The loudest run of something else that is long enough and doesn't begin where one was tried before.
+std::pair<std::size_t, std::size_t> FindUnexplained(const Baseband& baseband, const ToneTimeline& timeline,
+                                                    std::span<const std::size_t> tried) {
+  const auto least = static_cast<std::size_t>(kLeastRunSeconds / baseband.SecondsPerValue());
+  std::pair<std::size_t, std::size_t> loudest;
+  double most = 0.0;
+  for (std::size_t first = 0, last; first < timeline.states.size(); first = last) {
+    last = first + 1;
+    while (last < timeline.states.size() && timeline.states[last] == timeline.states[first]) ++last;
+    if (timeline.states[first] != ToneTimeline::kOther || last - first < least) continue;
+    if (std::find(tried.begin(), tried.end(), first) != tried.end()) continue;
+    double energy = 0.0;
+    for (std::size_t m = first; m < last; ++m) energy += std::norm(baseband.values[m]);
+    if (energy <= most) continue;
+    most = energy;
+    loudest = {first, last};
+  }
+  return loudest;
+}
+
 }  // namespace
 
 ToneTimeline TraceTone(const Baseband& baseband, const FittedTone& tone, std::span<const double> gains,
-                       const FitError& error) {
+                       std::span<const double> missed) {
   ToneTimeline timeline{.delays = {0.0}, .states = {}, .expected = {ExpectedTone(baseband, tone, 0.0, gains)}};
-  FindDelays(baseband, tone, gains, error, timeline);
-  FindStates(baseband, error, timeline);
-  if (timeline.delays.size() > 1) {
-    RefineDelays(baseband, tone, gains, timeline);
-    FindStates(baseband, error, timeline);
+  double cost = FindStates(baseband, missed, timeline);
+  const auto margin = static_cast<std::size_t>(kMarginSeconds / baseband.SecondsPerValue());
+  std::vector<std::size_t> tried;
+  while (tried.size() < kMostDelays) {
+    const auto [first, last] = FindUnexplained(baseband, timeline, tried);
+    if (first == last) break;
+    tried.push_back(first);
+    ToneTimeline best = timeline;
+    // What comes before the tone goes on, silence perhaps, is part of the run too.
+    for (std::size_t begin = first; begin + margin <= last; begin += margin) {
+      ToneTimeline tryout = timeline;
+      tryout.delays.push_back(FindDelay(baseband, tone, begin, last).delaySeconds);
+      tryout.expected.push_back(ExpectedTone(baseband, tone, tryout.delays.back(), gains));
+      FindStates(baseband, missed, tryout);
+      RefineDelays(baseband, tone, gains, tryout);
+      const double found = FindStates(baseband, missed, tryout);
+      if (found < cost - kDelayCost) {
+        cost = found;
+        best = std::move(tryout);
+      }
+      if (begin >= first + 2 * margin) break;
+    }
+    timeline = std::move(best);
   }
   FindEnds(baseband, timeline);
   return timeline;

@@ -9,15 +9,6 @@
 
 namespace host {
 
-// What the fit misses in a path that is left undisturbed: noise, as a mean square of complex values, and a share of the
-// tone's own power, for what bends it.
-struct FitError {
-  double noisePower = 0.0;
-  double toneShare = 0.0;
-
-  double At(const std::complex<double>& expected) const { return noisePower + toneShare * std::norm(expected); }
-};
-
 // What is heard when: for each value of a baseband the tone with one of some delays, silence, or something else.
 struct ToneTimeline {
   static constexpr std::size_t kSilence = 1000;
@@ -35,9 +26,10 @@ struct ToneTimeline {
 };
 
 // The likeliest course of things, found by Viterbi's algorithm (G. D. Forney, "The Viterbi algorithm", 1973): each value
-// costs its squared distance from what its state expects, in units of the noise, and each change of state costs something
-// too. Delays are found where the tone as it is doesn't explain what is heard.
+// costs its squared distance from what its state expects, in units of what the fit misses there on an undisturbed path
+// (`missed`, a mean square by value), and each change of state costs something too. Other delays are tried on what the tone
+// as it is doesn't explain.
 ToneTimeline TraceTone(const Baseband& baseband, const FittedTone& tone, std::span<const double> gains,
-                       const FitError& error);
+                       std::span<const double> missed);
 
 }  // namespace host
