@@ -1,16 +1,19 @@
 #include "host/analysis/delay_search.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <vector>
 
 namespace host {
 namespace {
 
 using Complex = std::complex<double>;
 
-// A twentieth of the carrier's period; the second search goes over two of them.
+// A twentieth of the carrier's period. A peak between two such steps is lower by a fortieth at most.
 constexpr double kCoarseSeconds = 40e-6;
 constexpr double kFineSeconds = 1e-6;
+constexpr double kNearlyBest = 0.95;
 
 // The correlation with the tone and the tone's energy over a stretch, both as sums of a few exponentials of the delay.
 class DelayedProduct {
@@ -36,8 +39,8 @@ class DelayedProduct {
     }
   }
 
-  // Over `steps` delays from `from` on.
-  DelayedFit Best(double from, double step, int steps) const {
+  // The energies explained with `steps` delays from `from` on.
+  std::vector<double> Explained(double from, double step, int steps) const {
     auto product = product_;
     auto energy = energy_;
     std::array<Complex, kPartials> productStep;
@@ -50,7 +53,7 @@ class DelayedProduct {
       productStep[k] = Phasor(-partialHz * step);
       energyStep[k] = Phasor(-lagHz * step);
     }
-    DelayedFit best;
+    std::vector<double> explained;
     for (int i = 0; i < steps; ++i) {
       double correlation = 0.0;
       double fitted = 0.0;
@@ -60,11 +63,10 @@ class DelayedProduct {
         product[k] *= productStep[k];
         energy[k] *= energyStep[k];
       }
-      if (correlation <= 0.0 || fitted <= 1e-9 * std::abs(energy_[0])) continue;
-      const double explained = correlation * correlation / fitted;
-      if (explained > best.explained) best = {from + step * i, explained};
+      const bool alike = correlation > 0.0 && fitted > 1e-9 * std::abs(energy_[0]);
+      explained.push_back(alike ? correlation * correlation / fitted : 0.0);
     }
-    return best;
+    return explained;
   }
 
  private:
@@ -77,10 +79,18 @@ class DelayedProduct {
 DelayedFit FindDelay(const Baseband& baseband, const FittedTone& tone, std::size_t first, std::size_t last) {
   const DelayedProduct product(baseband, tone, first, last);
   const double most = 0.5 * kEnvelopeSeconds;
-  const DelayedFit coarse = product.Best(-most, kCoarseSeconds, static_cast<int>(std::lround(2.0 * most / kCoarseSeconds)));
-  const DelayedFit fine = product.Best(coarse.delaySeconds - kCoarseSeconds, kFineSeconds,
-                                       static_cast<int>(std::lround(2.0 * kCoarseSeconds / kFineSeconds)));
-  return fine.explained > coarse.explained ? fine : coarse;
+  const auto coarse = product.Explained(-most, kCoarseSeconds, static_cast<int>(std::lround(2.0 * most / kCoarseSeconds)));
+  const double highest = *std::max_element(coarse.begin(), coarse.end());
+  // Neighbouring periods of the carrier are nearly as good, and one of them may lie better on the coarse steps.
+  DelayedFit best;
+  for (std::size_t i = 1; i + 1 < coarse.size(); ++i) {
+    if (coarse[i] < kNearlyBest * highest || coarse[i] < coarse[i - 1] || coarse[i] < coarse[i + 1]) continue;
+    const double from = -most + kCoarseSeconds * (static_cast<double>(i) - 1.0);
+    const auto fine = product.Explained(from, kFineSeconds, static_cast<int>(std::lround(2.0 * kCoarseSeconds / kFineSeconds)));
+    const auto top = std::max_element(fine.begin(), fine.end());
+    if (*top > best.explained) best = {from + kFineSeconds * static_cast<double>(top - fine.begin()), *top};
+  }
+  return best;
 }
 
 }  // namespace host

@@ -18,15 +18,18 @@ constexpr double kMergeSeconds = 0.015;
 constexpr double kSettlingSeconds = 0.2;
 constexpr double kHostSeconds = 0.015;
 constexpr double kLoudPower = 1.0 / 16.0;  // of the envelope's peak
-// A delay is believed at the begin and the end of the tone when this much of the peak was heard with it, and all but this
-// share of the energy is explained.
+// A delay is believed at the begin and the end of the tone when this much of the peak was heard with it or it lasted this
+// long, and all but this share of the energy is explained.
 constexpr double kConvincingPower = 0.25;
+constexpr double kConvincingSeconds = 0.04;
 constexpr double kConvincingError = 0.02;
 constexpr double kSilentPower = 0.25;      // of the expected tone's
 // How much of what was expected must be silent in a gap: through the baseband's window its edges aren't.
 constexpr double kSilentShare = 0.4;
 // By how much that window widens everything.
 constexpr double kSmearSeconds = 0.003;
+// Less than this can be the change from one phase to another.
+constexpr double kBriefSeconds = 2.0 * kSmearSeconds;
 // A shift by less is the error of two delays.
 constexpr double kLeastShiftSeconds = 10e-6;
 
@@ -53,7 +56,9 @@ bool IsConvincing(const ToneSearch& search, std::size_t first, std::size_t last,
     missed += std::norm(search.baseband.values[m] - expected);
     loudest = std::max(loudest, std::norm(expected));
   }
-  return loudest > kConvincingPower * peak && missed < kConvincingError * energy;
+  const bool enough = loudest > kConvincingPower * peak ||
+                      static_cast<double>(last - first) * search.baseband.SecondsPerValue() > kConvincingSeconds;
+  return enough && missed < kConvincingError * energy;
 }
 
 // The values within which the tone is heard. While an echo builds up and when it is left alone, the tone seems to have
@@ -160,8 +165,8 @@ std::vector<Interruption> FindInterruptions(const ToneSearch& search, std::span<
     double shift = timeline.delays[run.after] - timeline.delays[run.before];
     if (std::abs(shift) < kLeastShiftSeconds) shift = 0.0;
     if (shift == 0.0 && loudest < kLoudPower * peak) continue;
-    const bool brief = length < 1.1 * kSmearSeconds;
-    if (shift == 0.0 && brief && missed < kSilentPower * expected) continue;
+    const bool brief = length < kBriefSeconds;
+    if (shift == 0.0 && length < 1.1 * kSmearSeconds && missed < kSilentPower * expected) continue;
     Interruption found;
     found.kind = KindOf(search, run, brief, shift);
     const double begin = search.baseband.Seconds(run.first);

@@ -23,7 +23,8 @@ constexpr double kSpeedsTriedHz[] = {0.0, -0.4, 0.4, -kPartialStepHz, kPartialSt
 constexpr double kGainSeconds = 0.1;
 constexpr double kAroundSeconds = 0.03;
 constexpr double kNoisePowerShare = 1e-9;  // of the tone's, so that a perfect path has noise too
-constexpr int kGrowthRounds = 5;
+// While the speed is known from a short time alone, what lies further off fits less well.
+constexpr double kUnexplained[] = {0.05, 0.03, 0.02, 0.01, 0.01};
 constexpr double kMostUnexplained = 0.25;
 constexpr double kMostCorrection = 5e-4;  // of the speed, in one step
 constexpr double kLeastErrorShare = 1e-5;
@@ -116,15 +117,6 @@ std::vector<Complex> HeardTone(const ToneTimeline& timeline, std::span<const dou
   return heard;
 }
 
-// The delay that the tone has for the longest time.
-std::size_t UsualState(const ToneTimeline& timeline) {
-  std::vector<std::size_t> counts(timeline.delays.size());
-  for (const std::size_t state : timeline.states) {
-    if (ToneTimeline::IsTone(state)) ++counts[state];
-  }
-  return static_cast<std::size_t>(std::max_element(counts.begin(), counts.end()) - counts.begin());
-}
-
 void TuneTo(std::span<const double> samples, double rate, double correction, ToneSearch& search) {
   search.speed *= 1.0 + std::clamp(correction, -kMostCorrection, kMostCorrection);
   search.baseband = Demodulate(samples, rate, search.speed);
@@ -166,9 +158,9 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
   search.tone = consensus.tone;
   const double unexplained = std::clamp(4.0 * consensus.unexplainedShare, 0.01, kMostUnexplained);
   std::vector<double> weights;
-  for (int round = 0; round < kGrowthRounds; ++round) {
+  for (std::size_t round = 0; round < std::size(kUnexplained); ++round) {
     const std::vector<double> ones(search.baseband.values.size(), 1.0);
-    weights = ExplainedBlocks(search.baseband, search.tone, unexplained);
+    weights = ExplainedBlocks(search.baseband, search.tone, std::max(unexplained, kUnexplained[round]));
     search.tone = FitTone({search.baseband, weights, ones});
     TuneTo(samples, rate, SpeedCorrection({search.baseband, weights, ones}, search.tone), search);
     weights.resize(search.baseband.values.size());
@@ -177,6 +169,7 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
   }
   std::vector<Complex> heard = search.tone.Envelope(search.baseband);
   for (std::size_t m = 0; m < heard.size(); ++m) heard[m] *= weights[m];
+  const std::vector<double> grown = weights;
   for (int round = 0; round < 3; ++round) {
     // The mean square of a complex envelope is twice that of the sound.
     const double tonePower = 2.0 * search.tone.Power();
@@ -184,10 +177,10 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
     search.tone = FitTone({search.baseband, weights, search.gains});
     std::vector<Complex> expected = search.tone.Envelope(search.baseband);
     for (std::size_t m = 0; m < expected.size(); ++m) expected[m] *= search.gains[m];
-    const std::vector<double> missed = FindMissed(search.baseband, expected, weights, tonePower);
+    const std::vector<double> missed = FindMissed(search.baseband, expected, grown, tonePower);
     search.timeline = TraceTone(search.baseband, search.tone, search.gains, missed);
-    const std::size_t usual = UsualState(search.timeline);
-    for (std::size_t m = 0; m < weights.size(); ++m) weights[m] = search.timeline.states[m] == usual ? 1.0 : 0.0;
+    if (std::count(search.timeline.states.begin(), search.timeline.states.end(), 0) == 0) break;
+    for (std::size_t m = 0; m < weights.size(); ++m) weights[m] = search.timeline.states[m] == 0 ? 1.0 : 0.0;
     heard = HeardTone(search.timeline, search.gains);
   }
   search.explainedShare = ExplainedShare(search);

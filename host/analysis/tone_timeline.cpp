@@ -13,7 +13,6 @@ using Complex = std::complex<double>;
 
 // Something else that lasts at least this long may be the tone with another delay.
 constexpr double kLeastRunSeconds = 0.012;
-constexpr double kMarginSeconds = 0.01;
 constexpr std::size_t kMostDelays = 8;
 // An echo needs this long to become steady.
 constexpr double kSettlingSeconds = 0.2;
@@ -21,8 +20,8 @@ constexpr double kSettlingSeconds = 0.2;
 // exponentially distributed around 1.
 constexpr double kOtherCost = 10.0;
 constexpr double kChangeCost = 12.0;
-// One of thousands of delays always suits the noise of some stretch.
-constexpr double kDelayCost = 30.0;
+// One of thousands of delays always suits the noise of some stretch, all the more as neighbouring values share theirs.
+constexpr double kDelayCost = 100.0;
 
 std::vector<Complex> ExpectedTone(const Baseband& baseband, const FittedTone& tone, double delaySeconds,
                                   std::span<const double> gains) {
@@ -121,17 +120,17 @@ ToneTimeline TraceTone(const Baseband& baseband, const FittedTone& tone, std::sp
                        std::span<const double> missed) {
   ToneTimeline timeline{.delays = {0.0}, .states = {}, .expected = {ExpectedTone(baseband, tone, 0.0, gains)}};
   double cost = FindStates(baseband, missed, timeline);
-  const auto margin = static_cast<std::size_t>(kMarginSeconds / baseband.SecondsPerValue());
   std::vector<std::size_t> tried;
   while (tried.size() < kMostDelays) {
     const auto [first, last] = FindUnexplained(baseband, timeline, tried);
     if (first == last) break;
     tried.push_back(first);
     ToneTimeline best = timeline;
-    // What comes before the tone goes on, silence perhaps, is part of the run too.
-    for (std::size_t begin = first; begin + margin <= last; begin += margin) {
+    // A gap before or after the tone with another delay is part of the run, but hardly of both its halves.
+    const std::size_t middle = (first + last) / 2;
+    for (const auto& [begin, end] : {std::pair{first, last}, std::pair{first, middle}, std::pair{middle, last}}) {
       ToneTimeline tryout = timeline;
-      tryout.delays.push_back(FindDelay(baseband, tone, begin, last).delaySeconds);
+      tryout.delays.push_back(FindDelay(baseband, tone, begin, end).delaySeconds);
       tryout.expected.push_back(ExpectedTone(baseband, tone, tryout.delays.back(), gains));
       FindStates(baseband, missed, tryout);
       RefineDelays(baseband, tone, gains, tryout);
@@ -140,7 +139,6 @@ ToneTimeline TraceTone(const Baseband& baseband, const FittedTone& tone, std::sp
         cost = found;
         best = std::move(tryout);
       }
-      if (begin >= first + 2 * margin) break;
     }
     timeline = std::move(best);
   }
