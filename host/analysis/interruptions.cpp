@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "host/analysis/delay_search.h"
 #include "host/analysis/level.h"
@@ -16,12 +15,13 @@ using Complex = std::complex<double>;
 constexpr double kMergeSeconds = 0.015;
 // An echo needs this long to become steady, and until then the tone isn't as expected.
 constexpr double kSettlingSeconds = 0.2;
+constexpr double kLongestRepeatSeconds = 0.025;
 constexpr double kHostSeconds = 0.015;
 constexpr double kLoudPower = 1.0 / 16.0;  // of the envelope's peak
-// A delay is believed at the begin and the end of the tone when this much of the peak was heard with it or it lasted this
+// A delay is believed when this much of the peak was heard with it or it lasted this
 // long, and all but this share of the energy is explained.
 constexpr double kConvincingPower = 0.25;
-constexpr double kConvincingSeconds = 0.04;
+constexpr double kConvincingSeconds = 0.06;
 constexpr double kConvincingError = 0.02;
 constexpr double kSilentPower = 0.25;      // of the expected tone's
 // How much of what was expected must be silent in a gap: through the baseband's window its edges aren't.
@@ -61,38 +61,33 @@ bool IsConvincing(const ToneSearch& search, std::size_t first, std::size_t last,
   return enough && missed < kConvincingError * energy;
 }
 
-// The values within which the tone is heard. While an echo builds up and when it is left alone, the tone seems to have
-// another delay.
-std::pair<std::size_t, std::size_t> FindConvincing(const ToneSearch& search, double peak) {
-  const std::vector<std::size_t>& states = search.timeline.states;
-  std::size_t first = search.timeline.first;
-  std::size_t last = search.timeline.last;
-  while (first < last) {
-    std::size_t end = first + 1;
-    while (end < last && states[end] == states[first]) ++end;
-    if (IsConvincing(search, first, end, peak)) break;
-    first = end;
+// The states, but for delays that aren't convincing. While an echo builds up, in what is left of it at the end, and where
+// the tone is quiet, the tone can seem to have any delay.
+std::vector<std::size_t> ConvincingStates(const ToneSearch& search, double peak) {
+  std::vector<std::size_t> states = search.timeline.states;
+  for (std::size_t first = search.timeline.first, last; first < search.timeline.last; first = last) {
+    last = first + 1;
+    while (last < search.timeline.last && states[last] == states[first]) ++last;
+    if (IsConvincing(search, first, last, peak)) continue;
+    std::fill(states.begin() + static_cast<std::ptrdiff_t>(first), states.begin() + static_cast<std::ptrdiff_t>(last),
+              ToneTimeline::kOther);
   }
-  while (first < last) {
-    std::size_t begin = last - 1;
-    while (begin > first && states[begin - 1] == states[last - 1]) --begin;
-    if (IsConvincing(search, begin, last, peak)) break;
-    last = begin;
-  }
-  return {first, last};
+  return states;
 }
 
 std::vector<Run> FindRuns(const ToneSearch& search, double peak) {
-  const ToneTimeline& timeline = search.timeline;
   const auto merged = static_cast<std::size_t>(kMergeSeconds / search.baseband.SecondsPerValue());
+  const std::vector<std::size_t> states = ConvincingStates(search, peak);
   std::vector<Run> runs;
-  const auto [first, last] = FindConvincing(search, peak);
-  if (first >= last) return runs;
-  std::size_t end = first;  // of the last value that `state` explained
-  std::size_t state = timeline.states[first];
-  for (std::size_t m = first; m < last; ++m) {
-    const std::size_t now = timeline.states[m];
+  std::size_t end = 0;  // of the last value that `state` explained, 0 before there is one
+  std::size_t state = 0;
+  for (std::size_t m = search.timeline.first; m < search.timeline.last; ++m) {
+    const std::size_t now = states[m];
     if (!ToneTimeline::IsTone(now)) continue;
+    if (end == 0) {
+      state = now;
+      end = m;
+    }
     if (m > end || now != state) {
       if (!runs.empty() && end - runs.back().last < merged) {
         runs.back().last = m;
@@ -109,13 +104,15 @@ std::vector<Run> FindRuns(const ToneSearch& search, double peak) {
 
 // Whether the tone as it was some time before explains these values far better than the tone itself does.
 bool IsRepeated(const ToneSearch& search, const Run& run) {
+  // At its edges the baseband's window shows both.
+  const std::size_t edge = run.last - run.first > 6 ? 2 : 0;
   double energy = 0.0;
   double missed = 0.0;
-  for (std::size_t m = run.first; m < run.last; ++m) {
+  for (std::size_t m = run.first + edge; m < run.last - edge; ++m) {
     energy += std::norm(search.baseband.values[m]);
     missed += std::norm(search.baseband.values[m] - search.timeline.expected[run.before][m]);
   }
-  const DelayedFit found = FindDelay(search.baseband, search.tone, run.first, run.last);
+  const DelayedFit found = FindDelay(search.baseband, search.tone, run.first + edge, run.last - edge);
   const double later = found.delaySeconds - search.timeline.delays[run.before];
   return later > 0.0005 && energy - found.explained < 0.25 * missed;
 }
@@ -171,7 +168,10 @@ std::vector<Interruption> FindInterruptions(const ToneSearch& search, std::span<
     found.kind = KindOf(search, run, brief, shift);
     const double begin = search.baseband.Seconds(run.first);
     const double sinceBegin = begin - search.baseband.Seconds(timeline.first);
-    if (found.kind == InterruptionKind::kDisturbance && sinceBegin < kSettlingSeconds) continue;
+    const bool settling = found.kind == InterruptionKind::kDisturbance ||
+                          (found.kind == InterruptionKind::kRepeat && shift == 0.0 &&
+                           (length > kLongestRepeatSeconds || loudest < 2.0 * kLoudPower * peak));
+    if (settling && sinceBegin < kSettlingSeconds) continue;
     // Times of the tone's own become those of the recording.
     const double smear = std::min(kSmearSeconds, length);
     found.beginSeconds = (begin + 0.5 * smear) / search.speed;

@@ -129,7 +129,8 @@ double ExplainedShare(const ToneSearch& search) {
     const std::size_t state = search.timeline.states[m];
     const Complex value = search.baseband.values[m];
     energy += std::norm(value);
-    missed += std::norm(ToneTimeline::IsTone(state) ? value - search.timeline.expected[state][m] : value);
+    const std::size_t nearest = ToneTimeline::IsTone(state) ? state : 0;
+    missed += std::min(std::norm(value), std::norm(value - search.timeline.expected[nearest][m]));
   }
   return std::clamp(1.0 - missed / energy, 0.0, 1.0);
 }
