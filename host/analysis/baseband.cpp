@@ -28,10 +28,14 @@ std::vector<double> HannTaps(double rate) {
 
 }  // namespace
 
-Baseband Demodulate(std::span<const double> samples, double rate, double speed) {
+std::size_t BasebandHop(double rate, double speed) {
+  return static_cast<std::size_t>(std::max(1.0, std::round(rate / speed / kValuesPerSecond)));
+}
+
+Baseband Demodulate(std::span<const double> samples, double rate, double speed, std::size_t hop) {
   Baseband baseband;
   baseband.rate = rate / speed;
-  baseband.hop = static_cast<std::size_t>(std::max(1.0, std::round(baseband.rate / kValuesPerSecond)));
+  baseband.hop = hop;
   const double cyclesPerSample = kToneHz / baseband.rate;
   const std::vector<double> taps = HannTaps(baseband.rate);
   const std::size_t half = taps.size() / 2;

@@ -21,8 +21,11 @@ struct Baseband {
   double Seconds(std::size_t value) const { return static_cast<double>(value) * SecondsPerValue(); }
 };
 
-// Of samples at `rate` per second in which the tone runs at `speed`; the rate must be above four times its carrier.
-Baseband Demodulate(std::span<const double> samples, double rate, double speed);
+// The hop for samples at `rate` per second in which the tone runs at about `speed`.
+std::size_t BasebandHop(double rate, double speed);
+
+// Of samples at `rate` per second in which the tone runs at `speed`; the rate must be above twice its frequency.
+Baseband Demodulate(std::span<const double> samples, double rate, double speed, std::size_t hop);
 
 // What the window leaves of a partial that lies `offsetHz` from the carrier.
 double BasebandResponse(const Baseband& baseband, double offsetHz);

@@ -76,17 +76,18 @@ class DelayedProduct {
 
 }  // namespace
 
-DelayedFit FindDelay(const Baseband& baseband, const FittedTone& tone, std::size_t first, std::size_t last) {
+DelayedFit FindDelay(const Baseband& baseband, const FittedTone& tone, std::size_t first, std::size_t last, double least,
+                     double most) {
   const DelayedProduct product(baseband, tone, first, last);
-  const double most = 0.5 * kEnvelopeSeconds;
-  const auto coarse = product.Explained(-most, kCoarseSeconds, static_cast<int>(std::lround(2.0 * most / kCoarseSeconds)));
+  const auto coarse = product.Explained(least, kCoarseSeconds, static_cast<int>(std::lround((most - least) / kCoarseSeconds)));
   const double highest = *std::max_element(coarse.begin(), coarse.end());
   // Neighbouring periods of the carrier are nearly as good, and one of them may lie better on the coarse steps.
   DelayedFit best;
   for (std::size_t i = 1; i + 1 < coarse.size(); ++i) {
     if (coarse[i] < kNearlyBest * highest || coarse[i] < coarse[i - 1] || coarse[i] < coarse[i + 1]) continue;
-    const double from = -most + kCoarseSeconds * (static_cast<double>(i) - 1.0);
-    const auto fine = product.Explained(from, kFineSeconds, static_cast<int>(std::lround(2.0 * kCoarseSeconds / kFineSeconds)));
+    const double from = least + kCoarseSeconds * (static_cast<double>(i) - 1.0);
+    const auto fine =
+        product.Explained(from, kFineSeconds, static_cast<int>(std::lround(2.0 * kCoarseSeconds / kFineSeconds)));
     const auto top = std::max_element(fine.begin(), fine.end());
     if (*top > best.explained) best = {from + kFineSeconds * static_cast<double>(top - fine.begin()), *top};
   }

@@ -12,8 +12,9 @@ struct DelayedFit {
   double explained = 0.0;  // energy that it explains with a gain of its own, in the units of the baseband
 };
 
-// The best delay from -0.1 to 0.1 s for the values from `first` to before `last`, to some microseconds: the peak of the
+// The best delay within bounds, usually -0.1 to 0.1 s, for the values from `first` to before `last`, to some microseconds: the peak of the
 // cross-correlation with the tone. A tone that is half a wave late is told from an inverted one by its envelope alone.
-DelayedFit FindDelay(const Baseband& baseband, const FittedTone& tone, std::size_t first, std::size_t last);
+DelayedFit FindDelay(const Baseband& baseband, const FittedTone& tone, std::size_t first, std::size_t last,
+                     double least = -0.5 * kEnvelopeSeconds, double most = 0.5 * kEnvelopeSeconds);
 
 }  // namespace host

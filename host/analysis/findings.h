@@ -41,8 +41,8 @@ struct ClippingFindings {
   double flatShare = 0.0;  // share of samples in tops that are flatter than the tone's own
   // How much less gain the tone's peaks get than its flanks: about 0 in a linear path, positive when limited.
   double peakCompressionDb = 0.0;
-  double thdNDb = kSilenceDb;           // everything but the tone against all of it
-  double harmonicsDb = kSilenceDb;      // harmonics 2 to 7 that the rate has room for, against the tone
+  double thdNDb = kSilenceDb;             // everything but the tone against all of it
+  double harmonicsDb = kSilenceDb;        // harmonics 2 to 7 that the rate has room for, against the tone
   double intermodulationDb = kSilenceDb;  // lines beside the partials, where distortion puts them, against the tone
 };
 
@@ -53,7 +53,7 @@ struct RemainderFindings {
   double humDb = kSilenceDb;  // mains hum with its harmonics
   double humHz = 0.0;         // 50 or 60, 0 without hum
   double otherToneDb = kSilenceDb;
-  double otherToneHz = 0.0;  // the strongest line that is neither hum nor the tone nor its harmonics; 0 without any
+  double otherToneHz = 0.0;     // the strongest line that is neither hum nor the tone nor its harmonics; 0 without any
   double noiseDb = kSilenceDb;  // the rest
 };
 
@@ -78,7 +78,7 @@ struct Interruption {
 struct ChannelFindings {
   LevelFindings level;
   ToneFindings tone;
-  ClippingFindings clipping;    // only when the tone is heard
+  ClippingFindings clipping;  // only when the tone is heard
   RemainderFindings remainder;
   std::vector<Interruption> interruptions;  // in order of time; only when the tone is heard
   // Against the reference channel: its tone's level, and how alike the two are, -1 (inverted) to 1. Two microphones
@@ -89,8 +89,9 @@ struct ChannelFindings {
 
 struct RecordingFindings {
   double seconds = 0.0;
-  bool tooLittle = true;          // less than kLeastSeconds was recorded; only levels are found then
-  std::size_t referenceChannel = 0;  // the one whose tone was heard best, or else the loudest; its figures are the recording's
+  bool tooLittle = true;  // less than kLeastSeconds was recorded; only levels are found then
+  std::size_t referenceChannel =
+      0;  // the one whose tone was heard best, or else the loudest; its figures are the recording's
   std::vector<ChannelFindings> channels;
 
   static constexpr double kLeastSeconds = 0.3;

@@ -15,6 +15,10 @@ using Complex = std::complex<double>;
 constexpr double kMergeSeconds = 0.015;
 // An echo needs this long to become steady, and until then the tone isn't as expected.
 constexpr double kSettlingSeconds = 0.2;
+// How much earlier a repeated sound was heard first, and the share of what the tone misses that it may miss.
+constexpr double kLeastRepeatSeconds = 0.0005;
+constexpr double kMostRepeatSeconds = 0.05;
+constexpr double kRepeatShare = 0.25;
 constexpr double kLongestRepeatSeconds = 0.025;
 constexpr double kHostSeconds = 0.015;
 constexpr double kLoudPower = 1.0 / 16.0;  // of the envelope's peak
@@ -23,7 +27,7 @@ constexpr double kLoudPower = 1.0 / 16.0;  // of the envelope's peak
 constexpr double kConvincingPower = 0.25;
 constexpr double kConvincingSeconds = 0.06;
 constexpr double kConvincingError = 0.02;
-constexpr double kSilentPower = 0.25;      // of the expected tone's
+constexpr double kSilentPower = 0.25;  // of the expected tone's
 // How much of what was expected must be silent in a gap: through the baseband's window its edges aren't.
 constexpr double kSilentShare = 0.4;
 // By how much that window widens everything.
@@ -112,9 +116,10 @@ bool IsRepeated(const ToneSearch& search, const Run& run) {
     energy += std::norm(search.baseband.values[m]);
     missed += std::norm(search.baseband.values[m] - search.timeline.expected[run.before][m]);
   }
-  const DelayedFit found = FindDelay(search.baseband, search.tone, run.first + edge, run.last - edge);
-  const double later = found.delaySeconds - search.timeline.delays[run.before];
-  return later > 0.0005 && energy - found.explained < 0.25 * missed;
+  const double delay = search.timeline.delays[run.before];
+  const DelayedFit found = FindDelay(search.baseband, search.tone, run.first + edge, run.last - edge,
+                                     delay + kLeastRepeatSeconds, delay + kMostRepeatSeconds);
+  return energy - found.explained < kRepeatShare * missed;
 }
 
 bool IsSilent(const ToneSearch& search, const Run& run) {

@@ -19,6 +19,8 @@ constexpr double kLineHz = 2.5;  // half the width of a line in a spectrum of ab
 constexpr double kProminence = 30.0;
 constexpr double kSkirtHz = 15.0;  // where a line's skirts are 75 dB down
 constexpr int kHumHarmonics = 8;
+// A coarse format bends the tone, which has lines where the mains have theirs: hum is more of the whole.
+constexpr double kLeastHum = 0.01;
 
 // The mains' lines up to the eighth, 0 when none of the first three stands out.
 double HumPower(const StretchSpectrum& spectrum, double mainsHz) {
@@ -64,11 +66,12 @@ RemainderFindings DescribeRemainder(const StretchSpectrum& spectrum, double tone
   StretchSpectrum rest = spectrum;
   const double hum50 = HumPower(spectrum, 50.0);
   const double hum60 = HumPower(spectrum, 60.0);
-  if (hum50 > 0.0 || hum60 > 0.0) {
+  if (std::max(hum50, hum60) > kLeastHum * total) {
     findings.humHz = hum50 >= hum60 ? 50.0 : 60.0;
     findings.humDb = FullScaleDb(std::max(hum50, hum60));
     lines += std::max(hum50, hum60);
-    for (int harmonic = 1; harmonic <= kHumHarmonics; ++harmonic) ClearAround(rest, harmonic * findings.humHz, kSkirtHz);
+    for (int harmonic = 1; harmonic <= kHumHarmonics; ++harmonic)
+      ClearAround(rest, harmonic * findings.humHz, kSkirtHz);
   }
   ClearAround(rest, 0.0, kLowestHz);
   if (toneSpeed > 0.0) {

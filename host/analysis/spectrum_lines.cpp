@@ -37,6 +37,8 @@ double PowerAboveNoise(const StretchSpectrum& spectrum, double hertz, double hal
   return std::max(0.0, power - noise * (bins + 5.0 * std::sqrt(bins)));
 }
 
-double HarmonicHalfWidthHz(int harmonic) { return 15.0 * harmonic + 5.0; }
+double HarmonicHalfWidthHz(int harmonic) {
+  return 15.0 * harmonic + 5.0;
+}
 
 }  // namespace host

@@ -19,8 +19,12 @@ constexpr double kToneSeconds = 1.0;
 constexpr double kEnvelopeSeconds = 1.0 / kPartialStepHz;
 
 // How far a partial lies from the carrier.
-constexpr double PartialOffsetHz(std::size_t partial) { return kPartialStepHz * (static_cast<double>(partial) - 3.0); }
+constexpr double PartialOffsetHz(std::size_t partial) {
+  return kPartialStepHz * (static_cast<double>(partial) - 3.0);
+}
 
-inline std::complex<double> Phasor(double cycles) { return std::polar(1.0, 2.0 * std::numbers::pi * cycles); }
+inline std::complex<double> Phasor(double cycles) {
+  return std::polar(1.0, 2.0 * std::numbers::pi * cycles);
+}
 
 }  // namespace host

@@ -92,7 +92,8 @@ struct BlockFit {
   double energy;
 };
 
-BlockFit CompareBlock(const Baseband& baseband, std::span<const Complex> envelope, std::size_t first, std::size_t last) {
+BlockFit CompareBlock(const Baseband& baseband, std::span<const Complex> envelope, std::size_t first,
+                      std::size_t last) {
   double energy = 0.0;
   double fitted = 1e-300;
   double product = 0.0;
@@ -143,7 +144,9 @@ std::vector<Complex> FittedTone::Envelope(const Baseband& baseband, double delay
   return envelope;
 }
 
-double FittedTone::BeginSeconds() const { return MatchPattern(partials).beginSeconds; }
+double FittedTone::BeginSeconds() const {
+  return MatchPattern(partials).beginSeconds;
+}
 
 double FittedTone::PatternMatch() const {
   return MatchPattern(partials).power / (2.0 * static_cast<double>(kPartials) * Power() + 1e-300);
@@ -180,8 +183,8 @@ double SpeedCorrection(const FitInput& input, const FittedTone& tone) {
       const Complex partial = input.gains[m] * row[k];
       withSpeed[k] = partial;
       fitted += tone.partials[k] * partial;
-      withSpeed[kPartials] += tone.partials[k] * partial * Complex(0.0, 2.0 * std::numbers::pi * seconds) *
-                              (kToneHz + PartialOffsetHz(k));
+      withSpeed[kPartials] +=
+          tone.partials[k] * partial * Complex(0.0, 2.0 * std::numbers::pi * seconds) * (kToneHz + PartialOffsetHz(k));
     }
     equations.Add(withSpeed, input.baseband.values[m] - fitted, input.weights[m]);
   }
@@ -222,7 +225,8 @@ std::vector<double> ExplainedBlocks(const Baseband& baseband, const FittedTone& 
     const BlockFit fit = CompareBlock(baseband, envelope, first, last);
     if (fit.explained <= (1.0 - unexplainedShare) * fit.energy) continue;
     any = true;
-    std::fill(weights.begin() + static_cast<std::ptrdiff_t>(first), weights.begin() + static_cast<std::ptrdiff_t>(last), 1.0);
+    std::fill(weights.begin() + static_cast<std::ptrdiff_t>(first), weights.begin() + static_cast<std::ptrdiff_t>(last),
+              1.0);
   }
   if (!any) std::fill(weights.begin(), weights.end(), 1.0);
   return weights;

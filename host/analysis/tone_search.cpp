@@ -25,6 +25,7 @@ constexpr double kAroundSeconds = 0.03;
 constexpr double kNoisePowerShare = 1e-9;  // of the tone's, so that a perfect path has noise too
 // While the speed is known from a short time alone, what lies further off fits less well.
 constexpr double kUnexplained[] = {0.05, 0.03, 0.02, 0.01, 0.01};
+constexpr int kRounds = 3;
 constexpr double kMostUnexplained = 0.25;
 constexpr double kMostCorrection = 5e-4;  // of the speed, in one step
 constexpr double kLeastErrorShare = 1e-5;
@@ -117,9 +118,13 @@ std::vector<Complex> HeardTone(const ToneTimeline& timeline, std::span<const dou
   return heard;
 }
 
-void TuneTo(std::span<const double> samples, double rate, double correction, ToneSearch& search) {
+// Fits the tone to the values with a weight, corrects the speed and fits again.
+void FitAndTune(std::span<const double> samples, double rate, std::span<const double> weights, ToneSearch& search) {
+  search.tone = FitTone({search.baseband, weights, search.gains});
+  const double correction = SpeedCorrection({search.baseband, weights, search.gains}, search.tone);
   search.speed *= 1.0 + std::clamp(correction, -kMostCorrection, kMostCorrection);
-  search.baseband = Demodulate(samples, rate, search.speed);
+  search.baseband = Demodulate(samples, rate, search.speed, search.baseband.hop);
+  search.tone = FitTone({search.baseband, weights, search.gains});
 }
 
 double ExplainedShare(const ToneSearch& search) {
@@ -146,7 +151,7 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
   ToneConsensus consensus;
   for (const double hertz : kSpeedsTriedHz) {
     const double speed = comb.speed * (1.0 + hertz / kToneHz);
-    Baseband baseband = Demodulate(samples, rate, speed);
+    Baseband baseband = Demodulate(samples, rate, speed, BasebandHop(rate, speed));
     ToneConsensus found = FindConsensus(baseband);
     if (search.baseband.values.empty() || found.explained > consensus.explained) {
       search.speed = speed;
@@ -157,25 +162,21 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
 
   // What one quarter of a second has found grows over all that it explains as well as itself.
   search.tone = consensus.tone;
+  search.gains.assign(search.baseband.values.size(), 1.0);
   const double unexplained = std::clamp(4.0 * consensus.unexplainedShare, 0.01, kMostUnexplained);
   std::vector<double> weights;
-  for (std::size_t round = 0; round < std::size(kUnexplained); ++round) {
-    const std::vector<double> ones(search.baseband.values.size(), 1.0);
-    weights = ExplainedBlocks(search.baseband, search.tone, std::max(unexplained, kUnexplained[round]));
-    search.tone = FitTone({search.baseband, weights, ones});
-    TuneTo(samples, rate, SpeedCorrection({search.baseband, weights, ones}, search.tone), search);
-    weights.resize(search.baseband.values.size());
-    search.gains.assign(search.baseband.values.size(), 1.0);
-    search.tone = FitTone({search.baseband, weights, search.gains});
+  for (const double share : kUnexplained) {
+    weights = ExplainedBlocks(search.baseband, search.tone, std::max(unexplained, share));
+    FitAndTune(samples, rate, weights, search);
   }
+  const std::vector<double> grown = weights;
   std::vector<Complex> heard = search.tone.Envelope(search.baseband);
   for (std::size_t m = 0; m < heard.size(); ++m) heard[m] *= weights[m];
-  const std::vector<double> grown = weights;
-  for (int round = 0; round < 3; ++round) {
+  for (int round = 0; round < kRounds; ++round) {
     // The mean square of a complex envelope is twice that of the sound.
     const double tonePower = 2.0 * search.tone.Power();
     search.gains = FollowGain(search.baseband, heard, tonePower);
-    search.tone = FitTone({search.baseband, weights, search.gains});
+    FitAndTune(samples, rate, weights, search);
     std::vector<Complex> expected = search.tone.Envelope(search.baseband);
     for (std::size_t m = 0; m < expected.size(); ++m) expected[m] *= search.gains[m];
     const std::vector<double> missed = FindMissed(search.baseband, expected, grown, tonePower);

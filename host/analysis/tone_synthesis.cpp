@@ -17,7 +17,8 @@ void SynthesizeRun(const ToneSearch& search, double delaySeconds, std::size_t be
   for (std::size_t k = 0; k < kPartials; ++k) {
     const double hertz = kToneHz + PartialOffsetHz(k);
     const double cycles = hertz * (static_cast<double>(begin) / baseband.rate - delaySeconds);
-    partials[k] = search.tone.partials[k] / BasebandResponse(baseband, PartialOffsetHz(k)) * Phasor(std::fmod(cycles, 1.0));
+    partials[k] =
+        search.tone.partials[k] / BasebandResponse(baseband, PartialOffsetHz(k)) * Phasor(std::fmod(cycles, 1.0));
     turns[k] = Phasor(hertz / baseband.rate);
   }
   const double perSample = 1.0 / static_cast<double>(baseband.hop);

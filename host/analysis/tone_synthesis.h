@@ -8,7 +8,7 @@ namespace host {
 
 // The tone that was found, sample by sample, next to what was recorded.
 struct SynthesizedTone {
-  std::vector<double> samples;   // 0 where the tone isn't heard
+  std::vector<double> samples;    // 0 where the tone isn't heard
   std::vector<bool> undisturbed;  // the tone is heard, and nothing begins or ends within some milliseconds
   std::size_t undisturbedSamples = 0;
 };

@@ -15,8 +15,8 @@ struct ToneTimeline {
   static constexpr std::size_t kOther = 1001;
   static bool IsTone(std::size_t state) { return state < kSilence; }
 
-  std::vector<double> delays;                              // seconds; the first is 0
-  std::vector<std::size_t> states;                         // a place in `delays`, kSilence or kOther
+  std::vector<double> delays;                               // seconds; the first is 0
+  std::vector<std::size_t> states;                          // a place in `delays`, kSilence or kOther
   std::vector<std::vector<std::complex<double>>> expected;  // the tone by delay and value, with its gain
 
   // The values from which and up to which the tone is heard; equal when it isn't. The time in which an echo isn't steady
