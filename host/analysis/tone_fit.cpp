@@ -39,7 +39,7 @@ class NormalEquations {
         Complex sum = std::conj(matrix_[j][i]);
         for (std::size_t k = 0; k < j; ++k) sum -= lower[i][k] * std::conj(lower[j][k]);
         if (i == j) {
-          lower[i][i] = std::sqrt(std::max(sum.real(), 0.0) + 1e-9 * trace);
+          lower[i][i] = std::sqrt(std::max(sum.real(), 0.0) + 1e-12 * trace);
         } else {
           lower[i][j] = sum / lower[j][j];
         }
@@ -183,12 +183,12 @@ double SpeedCorrection(const FitInput& input, const FittedTone& tone) {
       const Complex partial = input.gains[m] * row[k];
       withSpeed[k] = partial;
       fitted += tone.partials[k] * partial;
-      withSpeed[kPartials] +=
-          tone.partials[k] * partial * Complex(0.0, 2.0 * std::numbers::pi * seconds) * (kToneHz + PartialOffsetHz(k));
+      withSpeed[kPartials] += tone.partials[k] * partial * Complex(0.0, seconds * (1.0 + PartialOffsetHz(k) / kToneHz));
     }
     equations.Add(withSpeed, input.baseband.values[m] - fitted, input.weights[m]);
   }
-  return equations.Solve()[kPartials].real();
+  // The unknown is the carrier's angular frequency, of whose rows the sum is about as large as those of the others.
+  return equations.Solve()[kPartials].real() / (2.0 * std::numbers::pi * kToneHz);
 }
 
 ToneConsensus FindConsensus(const Baseband& baseband) {

@@ -25,7 +25,10 @@ constexpr double kAroundSeconds = 0.03;
 constexpr double kNoisePowerShare = 1e-9;  // of the tone's, so that a perfect path has noise too
 // While the speed is known from a short time alone, what lies further off fits less well.
 constexpr double kUnexplained[] = {0.05, 0.03, 0.02, 0.01, 0.01};
-constexpr int kRounds = 3;
+// The course of things and the fit are found in turn, until the speed changes no more.
+constexpr int kLeastRounds = 3;
+constexpr int kMostRounds = 10;
+constexpr double kSteadySpeed = 1e-6;
 constexpr double kMostUnexplained = 0.25;
 constexpr double kMostCorrection = 5e-4;  // of the speed, in one step
 constexpr double kLeastErrorShare = 1e-5;
@@ -118,13 +121,15 @@ std::vector<Complex> HeardTone(const ToneTimeline& timeline, std::span<const dou
   return heard;
 }
 
-// Fits the tone to the values with a weight, corrects the speed and fits again.
-void FitAndTune(std::span<const double> samples, double rate, std::span<const double> weights, ToneSearch& search) {
+// Fits the tone to the values with a weight, corrects the speed and fits again. Returns the correction as a share.
+double FitAndTune(std::span<const double> samples, double rate, std::span<const double> weights, ToneSearch& search) {
   search.tone = FitTone({search.baseband, weights, search.gains});
-  const double correction = SpeedCorrection({search.baseband, weights, search.gains}, search.tone);
-  search.speed *= 1.0 + std::clamp(correction, -kMostCorrection, kMostCorrection);
+  const double correction = std::clamp(SpeedCorrection({search.baseband, weights, search.gains}, search.tone),
+                                       -kMostCorrection, kMostCorrection);
+  search.speed *= 1.0 + correction;
   search.baseband = Demodulate(samples, rate, search.speed, search.baseband.hop);
   search.tone = FitTone({search.baseband, weights, search.gains});
+  return correction;
 }
 
 double ExplainedShare(const ToneSearch& search) {
@@ -172,11 +177,12 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
   const std::vector<double> grown = weights;
   std::vector<Complex> heard = search.tone.Envelope(search.baseband);
   for (std::size_t m = 0; m < heard.size(); ++m) heard[m] *= weights[m];
-  for (int round = 0; round < kRounds; ++round) {
+  double correction = 1.0;
+  for (int round = 0; round < kLeastRounds || (round < kMostRounds && std::abs(correction) > kSteadySpeed); ++round) {
     // The mean square of a complex envelope is twice that of the sound.
     const double tonePower = 2.0 * search.tone.Power();
     search.gains = FollowGain(search.baseband, heard, tonePower);
-    FitAndTune(samples, rate, weights, search);
+    correction = FitAndTune(samples, rate, weights, search);
     std::vector<Complex> expected = search.tone.Envelope(search.baseband);
     for (std::size_t m = 0; m < expected.size(); ++m) expected[m] *= search.gains[m];
     const std::vector<double> missed = FindMissed(search.baseband, expected, grown, tonePower);

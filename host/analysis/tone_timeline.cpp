@@ -13,6 +13,7 @@ using Complex = std::complex<double>;
 
 // Something else that lasts at least this long may be the tone with another delay.
 constexpr double kLeastRunSeconds = 0.012;
+constexpr double kEdgeSeconds = 0.003;
 constexpr std::size_t kMostDelays = 8;
 // An echo needs this long to become steady.
 constexpr double kSettlingSeconds = 0.2;
@@ -120,15 +121,19 @@ ToneTimeline TraceTone(const Baseband& baseband, const FittedTone& tone, std::sp
                        std::span<const double> missed) {
   ToneTimeline timeline{.delays = {0.0}, .states = {}, .expected = {ExpectedTone(baseband, tone, 0.0, gains)}};
   double cost = FindStates(baseband, missed, timeline);
+  const auto edge = static_cast<std::size_t>(kEdgeSeconds / baseband.SecondsPerValue());
   std::vector<std::size_t> tried;
   while (tried.size() < kMostDelays) {
     const auto [first, last] = FindUnexplained(baseband, timeline, tried);
     if (first == last) break;
     tried.push_back(first);
     ToneTimeline best = timeline;
-    // A gap before or after the tone with another delay is part of the run, but hardly of both its halves.
+    // At its edges the baseband's window shows what is beside the run. A gap before or after the tone with another delay
+    // is part of the run, but hardly of both its halves.
+    const std::size_t inner = first + edge;
+    const std::size_t outer = last - edge;
     const std::size_t middle = (first + last) / 2;
-    for (const auto& [begin, end] : {std::pair{first, last}, std::pair{first, middle}, std::pair{middle, last}}) {
+    for (const auto& [begin, end] : {std::pair{inner, outer}, std::pair{inner, middle}, std::pair{middle, outer}}) {
       ToneTimeline tryout = timeline;
       tryout.delays.push_back(FindDelay(baseband, tone, begin, end).delaySeconds);
       tryout.expected.push_back(ExpectedTone(baseband, tone, tryout.delays.back(), gains));
