@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "host/listening/recording.h"
+#include "host/analysis/recording.h"
 #include "platform/com_ptr.h"
 #include "platform/core_audio.h"
 #include "platform/sample_format.h"

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "host/analysis/recording.h"
 #include "host/base/member.h"
-#include "host/listening/recording.h"
 
 namespace host {
 
