@@ -15,13 +15,18 @@ using ZQ_RMT_TESTS_AUDIO::ReportOutcome;
 
 class OutcomeTest : public testing::Test {
  protected:
-  static logging::Logger LoggerIn(const TempDirectory& log) {
-    SetEnvironment("ZQRMT_LOG_DIRECTORY", log.Path().string());
+  // One for the process, which reads the name of its log directory once.
+  static const TempDirectory& Log() {
+    static const TempDirectory directory;
+    return directory;
+  }
+
+  static logging::Logger NewLogger() {
+    SetEnvironment("ZQRMT_LOG_DIRECTORY", Log().Path().string());
     return logging::Logger("Source", ZQRMT_AUDIO_COMPONENT * 1000000);
   }
 
-  TempDirectory log;
-  logging::Logger logger = LoggerIn(log);
+  logging::Logger logger = NewLogger();
   ZQ_RMT_MODELS::CoreData core;
 };
 
@@ -55,7 +60,7 @@ TEST_F(OutcomeTest, AnotherIsNotHandledOrShowsWhatWasLoggedLast) {
   EXPECT_EQ(core.ReturnCode, ZQRMT_AUDIO_RETURN_CODE(ZQRMT_LEVEL_NORMAL, 2));
   EXPECT_EQ(core.ReturnMessage, u"Progress completed");
 
-  std::ofstream(log / "debug3.flg");
+  std::ofstream(Log() / "debug3.flg");
   ReportOutcome(audio::kNotSetUp, &logger, &core);
   EXPECT_EQ(core.ReturnCode, ZQRMT_AUDIO_RETURN_CODE(5, 1));
   EXPECT_EQ(core.ReturnMessage, u"Not handled");
