@@ -15,10 +15,12 @@ using Complex = std::complex<double>;
 constexpr double kMergeSeconds = 0.015;
 // An echo needs this long to become steady, and until then the tone isn't as expected.
 constexpr double kSettlingSeconds = 0.2;
+constexpr double kEndingSeconds = 0.05;  // where little but echoes is left of it
 // How much earlier a repeated sound was heard first, and the share of what the tone misses that it may miss.
 constexpr double kLeastRepeatSeconds = 0.0005;
 constexpr double kMostRepeatSeconds = 0.05;
 constexpr double kRepeatShare = 0.25;
+constexpr double kRepeatShareSettling = 0.1;
 constexpr double kLongestRepeatSeconds = 0.025;
 constexpr double kHostSeconds = 0.015;
 constexpr double kLoudPower = 1.0 / 16.0;  // of the envelope's peak
@@ -107,7 +109,7 @@ std::vector<Run> FindRuns(const ToneSearch& search, double peak) {
 }
 
 // Whether the tone as it was some time before explains these values far better than the tone itself does.
-bool IsRepeated(const ToneSearch& search, const Run& run) {
+bool IsRepeated(const ToneSearch& search, const Run& run, double share) {
   // At its edges the baseband's window shows both.
   const std::size_t edge = run.last - run.first > 6 ? 2 : 0;
   double energy = 0.0;
@@ -119,7 +121,7 @@ bool IsRepeated(const ToneSearch& search, const Run& run) {
   const double delay = search.timeline.delays[run.before];
   const DelayedFit found = FindDelay(search.baseband, search.tone, run.first + edge, run.last - edge,
                                      delay + kLeastRepeatSeconds, delay + kMostRepeatSeconds);
-  return energy - found.explained < kRepeatShare * missed;
+  return energy - found.explained < share * missed;
 }
 
 bool IsSilent(const ToneSearch& search, const Run& run) {
@@ -133,12 +135,12 @@ bool IsSilent(const ToneSearch& search, const Run& run) {
   return expected > 0.0 && silent > kSilentShare * expected;
 }
 
-InterruptionKind KindOf(const ToneSearch& search, const Run& run, bool brief, double shiftSeconds) {
+InterruptionKind KindOf(const ToneSearch& search, const Run& run, bool brief, bool settling, double shiftSeconds) {
   // Where the tone goes on in another phase, it is silent for a moment as the baseband shows it.
   if (!(brief && shiftSeconds != 0.0) && IsSilent(search, run)) return InterruptionKind::kGap;
   if (shiftSeconds > 0.0) return InterruptionKind::kRepeat;
   if (shiftSeconds < 0.0) return InterruptionKind::kLoss;
-  return IsRepeated(search, run) ? InterruptionKind::kRepeat : InterruptionKind::kDisturbance;
+  return IsRepeated(search, run, settling ? kRepeatShareSettling : kRepeatShare) ? InterruptionKind::kRepeat : InterruptionKind::kDisturbance;
 }
 
 }  // namespace
@@ -169,14 +171,16 @@ std::vector<ToneInterruption> FindInterruptions(const ToneSearch& search, std::s
     if (shift == 0.0 && loudest < kLoudPower * peak) continue;
     const bool brief = length < kBriefSeconds;
     if (shift == 0.0 && length < 1.1 * kSmearSeconds && missed < kSilentPower * expected) continue;
-    ToneInterruption found;
-    found.kind = KindOf(search, run, brief, shift);
     const double begin = search.baseband.Seconds(run.first);
-    const double sinceBegin = begin - search.baseband.Seconds(timeline.first);
-    const bool settling = found.kind == InterruptionKind::kDisturbance ||
-                          (found.kind == InterruptionKind::kRepeat && shift == 0.0 &&
-                           (length > kLongestRepeatSeconds || loudest < 2.0 * kLoudPower * peak));
-    if (settling && sinceBegin < kSettlingSeconds) continue;
+    const bool settling = begin - search.baseband.Seconds(timeline.first) < kSettlingSeconds ||
+                          search.baseband.Seconds(timeline.last) - begin < kEndingSeconds;
+    ToneInterruption found;
+    found.kind = KindOf(search, run, brief, settling, shift);
+    const bool unclear = length > kLongestRepeatSeconds || loudest < 2.0 * kLoudPower * peak;
+    if (settling && (found.kind == InterruptionKind::kDisturbance ||
+                     (found.kind == InterruptionKind::kRepeat && shift == 0.0 && unclear))) {
+      continue;
+    }
     // Times of the tone's own become those of the recording.
     const double smear = std::min(kSmearSeconds, length);
     found.beginSeconds = (begin + 0.5 * smear) / search.speed;

@@ -11,7 +11,7 @@ namespace {
 
 using Complex = std::complex<double>;
 
-constexpr double kLeastShare = 0.6;
+constexpr double kLeastShare = 0.75;
 constexpr double kLeastMatch = 0.45;
 constexpr double kLeastSeconds = 0.3;
 // Below this there is no room for the tone at any speed that is looked for.

@@ -19,8 +19,8 @@ constexpr std::size_t kMostDelays = 8;
 constexpr double kSettlingSeconds = 0.2;
 // A value further from everything than this many times the noise is something else. Noise's own distances are
 // exponentially distributed around 1.
-constexpr double kOtherCost = 10.0;
-constexpr double kChangeCost = 12.0;
+constexpr double kOtherCost = 7.0;
+constexpr double kChangeCost = 10.0;
 // One of thousands of delays always suits the noise of some stretch, all the more as neighbouring values share theirs.
 constexpr double kDelayCost = 100.0;
 
