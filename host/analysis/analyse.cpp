@@ -18,6 +18,8 @@ namespace {
 
 constexpr double kLongestSeconds = 4.0;
 constexpr double kStretchHopSeconds = 2.0;
+constexpr double kEchoSeconds = 0.05;
+constexpr std::size_t kLeastFrames = 16;
 
 double MeanSquare(std::span<const double> samples) {
   const double sum = std::inner_product(samples.begin(), samples.end(), samples.begin(), 0.0);
@@ -64,18 +66,18 @@ void FindTimes(const ToneSearch& search, double seconds, ToneFindings& tone) {
   const double from = search.baseband.Seconds(search.timeline.first);
   const double to = search.baseband.Seconds(search.timeline.last);
   const double end = seconds * search.speed;
-  // The begin is known but for whole periods of the envelope: the one is taken that leaves least of what was heard
-  // outside, and whose first loud part is next to where the tone was heard first.
-  const double begin = search.tone.BeginSeconds();
+  // The begin is known but for whole periods of the envelope, and a strong echo moves it by its delay. Recordings begin
+  // before the tone does. The begin is taken that leaves least of what was heard outside, and whose first loud part is
+  // next to where the tone was heard first.
   double leastMismatch = 1e300;
-  double chosen = begin;
-  for (int period = -5; period * kEnvelopeSeconds < end; ++period) {
-    const double candidate = begin + period * kEnvelopeSeconds;
-    const double outside = std::max(0.0, candidate - from) + std::max(0.0, to - candidate - kToneSeconds);
-    const double mismatch = 2.0 * outside + std::abs(from - std::max(0.0, candidate) - 0.04);
+  double chosen = 0.0;
+  for (double begin = search.tone.BeginSeconds() - kEnvelopeSeconds; begin < end; begin += kEnvelopeSeconds) {
+    if (begin < -kEchoSeconds) continue;
+    const double outside = std::max(0.0, begin - from - kEchoSeconds) + std::max(0.0, to - begin - kToneSeconds);
+    const double mismatch = 2.0 * outside + std::abs(from - std::max(0.0, begin) - 0.04);
     if (mismatch < leastMismatch) {
       leastMismatch = mismatch;
-      chosen = candidate;
+      chosen = begin;
     }
   }
   const double due = std::min(chosen + kToneSeconds, end);
@@ -135,12 +137,12 @@ RecordingFindings AnalyseRecording(const Recording& recording) {
     ToneSearch& search = searches.emplace_back();
     const double seconds = validRate ? static_cast<double>(raw.size()) / recording.rate : 0.0;
     findings.seconds = std::max(findings.seconds, seconds);
-    if (seconds < RecordingFindings::kLeastSeconds || raw.size() < 16) continue;
+    if (seconds < RecordingFindings::kLeastSeconds || raw.size() < kLeastFrames) continue;
     findings.tooLittle = false;
 
     std::span<const double> samples = all;
     std::size_t begin = 0;
-    if (seconds > kLongestSeconds) {
+    if (seconds > kLongestSeconds && kLongestSeconds * recording.rate >= static_cast<double>(kLeastFrames)) {
       const auto length = static_cast<std::size_t>(kLongestSeconds * recording.rate);
       begin = FindStretch(samples, length, recording.rate);
       samples = samples.subspan(begin, length);

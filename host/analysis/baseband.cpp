@@ -28,14 +28,10 @@ std::vector<double> HannTaps(double rate) {
 
 }  // namespace
 
-std::size_t BasebandHop(double rate, double speed) {
-  return static_cast<std::size_t>(std::max(1.0, std::round(rate / speed / kValuesPerSecond)));
-}
-
-Baseband Demodulate(std::span<const double> samples, double rate, double speed, std::size_t hop) {
+Baseband Demodulate(std::span<const double> samples, double rate, double speed) {
   Baseband baseband;
   baseband.rate = rate / speed;
-  baseband.hop = hop;
+  baseband.hop = static_cast<std::size_t>(std::max(1.0, std::round(baseband.rate / kValuesPerSecond)));
   const double cyclesPerSample = kToneHz / baseband.rate;
   const std::vector<double> taps = HannTaps(baseband.rate);
   const std::size_t half = taps.size() / 2;
@@ -60,6 +56,16 @@ Baseband Demodulate(std::span<const double> samples, double rate, double speed, 
     baseband.values.push_back(std::complex(sumReal, sumImaginary) * Phasor(-std::fmod(cycles, 1.0)));
   }
   return baseband;
+}
+
+void Retune(Baseband& baseband, double share) {
+  const std::complex<double> turn = Phasor(-kToneHz * share * baseband.SecondsPerValue());
+  std::complex<double> turned = 1.0;
+  for (std::complex<double>& value : baseband.values) {
+    value *= turned;
+    turned *= turn;
+  }
+  baseband.rate /= 1.0 + share;
 }
 
 double BasebandResponse(const Baseband& baseband, double offsetHz) {

@@ -21,11 +21,11 @@ struct Baseband {
   double Seconds(std::size_t value) const { return static_cast<double>(value) * SecondsPerValue(); }
 };
 
-// The hop for samples at `rate` per second in which the tone runs at about `speed`.
-std::size_t BasebandHop(double rate, double speed);
-
 // Of samples at `rate` per second in which the tone runs at `speed`; the rate must be above twice its frequency.
-Baseband Demodulate(std::span<const double> samples, double rate, double speed, std::size_t hop);
+Baseband Demodulate(std::span<const double> samples, double rate, double speed);
+
+// Turns the values as if the tone ran faster by a share of some thousandths at most.
+void Retune(Baseband& baseband, double share);
 
 // What the window leaves of a partial that lies `offsetHz` from the carrier.
 double BasebandResponse(const Baseband& baseband, double offsetHz);

@@ -14,13 +14,13 @@ using Complex = std::complex<double>;
 // Disturbances this near to each other are one.
 constexpr double kMergeSeconds = 0.015;
 // An echo needs this long to become steady, and until then the tone isn't as expected.
-constexpr double kSettlingSeconds = 0.2;
+constexpr double kSettlingSeconds = 0.22;
 constexpr double kEndingSeconds = 0.05;  // where little but echoes is left of it
 // How much earlier a repeated sound was heard first, and the share of what the tone misses that it may miss.
 constexpr double kLeastRepeatSeconds = 0.0005;
 constexpr double kMostRepeatSeconds = 0.05;
 constexpr double kRepeatShare = 0.25;
-constexpr double kRepeatShareSettling = 0.1;
+constexpr double kRepeatShareSettling = 0.05;
 constexpr double kLongestRepeatSeconds = 0.025;
 constexpr double kHostSeconds = 0.015;
 constexpr double kLoudPower = 1.0 / 16.0;  // of the envelope's peak
@@ -140,7 +140,8 @@ InterruptionKind KindOf(const ToneSearch& search, const Run& run, bool brief, bo
   if (!(brief && shiftSeconds != 0.0) && IsSilent(search, run)) return InterruptionKind::kGap;
   if (shiftSeconds > 0.0) return InterruptionKind::kRepeat;
   if (shiftSeconds < 0.0) return InterruptionKind::kLoss;
-  return IsRepeated(search, run, settling ? kRepeatShareSettling : kRepeatShare) ? InterruptionKind::kRepeat : InterruptionKind::kDisturbance;
+  return IsRepeated(search, run, settling ? kRepeatShareSettling : kRepeatShare) ? InterruptionKind::kRepeat
+                                                                                 : InterruptionKind::kDisturbance;
 }
 
 }  // namespace

@@ -158,8 +158,11 @@ double FittedTone::Power() const {
 
 FittedTone FitTone(const FitInput& input) {
   NormalEquations<kPartials> equations;
-  Rows rows(input.baseband);
-  for (std::size_t m = 0; m < input.baseband.values.size(); ++m) {
+  const auto isWeight = [](double weight) { return weight > 0.0; };
+  const auto begin = std::find_if(input.weights.begin(), input.weights.end(), isWeight);
+  const auto first = static_cast<std::size_t>(begin - input.weights.begin());
+  Rows rows(input.baseband, first);
+  for (std::size_t m = first; m < input.weights.size(); ++m) {
     auto row = rows.Next();
     if (input.weights[m] == 0.0) continue;
     for (Complex& element : row) element *= input.gains[m];
@@ -171,21 +174,22 @@ FittedTone FitTone(const FitInput& input) {
 double SpeedCorrection(const FitInput& input, const FittedTone& tone) {
   NormalEquations<kPartials + 1> equations;
   Rows rows(input.baseband);
-  for (std::size_t m = 0; m < input.baseband.values.size(); ++m) {
+  for (std::size_t m = 0; m < input.weights.size(); ++m) {
     const auto row = rows.Next();
     if (input.weights[m] == 0.0) continue;
     const double seconds = input.baseband.Seconds(m);
     std::array<Complex, kPartials + 1> withSpeed{};
     Complex fitted = 0.0;
     for (std::size_t k = 0; k < kPartials; ++k) {
-      const Complex partial = input.gains[m] * row[k];
-      withSpeed[k] = partial;
-      fitted += tone.partials[k] * partial;
-      withSpeed[kPartials] += tone.partials[k] * partial * Complex(0.0, seconds * (1.0 + PartialOffsetHz(k) / kToneHz));
+      withSpeed[k] = input.gains[m] * row[k];
+      const Complex partial = tone.partials[k] * withSpeed[k];
+      fitted += partial;
+      withSpeed[kPartials] += partial * Complex(0.0, seconds * (1.0 + PartialOffsetHz(k) / kToneHz));
     }
     equations.Add(withSpeed, input.baseband.values[m] - fitted, input.weights[m]);
   }
-  // The unknown is the carrier's angular frequency, of whose rows the sum is about as large as those of the others.
+  // The unknown is the carrier's angular frequency, of whose rows the sum is about as large as those of the others. Its
+  // imaginary part is a level that rises or falls.
   return equations.Solve()[kPartials].real() / (2.0 * std::numbers::pi * kToneHz);
 }
 
@@ -196,8 +200,9 @@ ToneConsensus FindConsensus(const Baseband& baseband) {
   const std::vector<double> ones(count, 1.0);
   ToneConsensus best;
   for (std::size_t begin = 0; begin + seed <= count; begin += ValuesIn(baseband, kSeedHopSeconds)) {
-    std::vector<double> weights(count);
-    std::fill_n(weights.begin() + static_cast<std::ptrdiff_t>(begin), seed, 1.0);
+    // Zeros up to the stretch, and nothing after it.
+    std::vector<double> weights(begin);
+    weights.resize(begin + seed, 1.0);
     const FittedTone tone = FitTone({baseband, weights, ones});
     const std::vector<Complex> envelope = tone.Envelope(baseband);
     double explained = 0.0;

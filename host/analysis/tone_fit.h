@@ -29,18 +29,18 @@ struct FittedTone {
   double Power() const;  // mean square of the sound
 };
 
-// Least squares of sinusoids with known frequencies, over the values that have a weight, after IEEE Std 1057, 4.1.4.
-// `gains` scales the tone value by value. With `speed`, a first fit at hand, the common speed of all partials is one more
-// unknown, as in the standard's four-parameter fit, and its correction is added to *speed.
+// What to fit to: the values that have a weight, in which the tone is scaled value by value by `gains`.
 struct FitInput {
   const Baseband& baseband;
   std::span<const double> weights;
   std::span<const double> gains;
 };
+
+// Least squares of sinusoids with known frequencies, after IEEE Std 1057, 4.1.4.
 FittedTone FitTone(const FitInput& input);
 
-// By how much, as a share, the tone runs faster than the baseband was tuned for: one step of Gauss and Newton from `tone`,
-// which was fitted to the same.
+// By how much, as a share, the tone runs faster than the baseband was tuned for: the standard's four-parameter fit with one
+// frequency for all partials, of which this is one step of Gauss and Newton from `tone`, which was fitted to the same.
 double SpeedCorrection(const FitInput& input, const FittedTone& tone);
 
 // The fit to that quarter of a second which explains the whole best, gaps, jumps and other sounds being outliers. The

@@ -30,7 +30,8 @@ constexpr int kLeastRounds = 3;
 constexpr int kMostRounds = 10;
 constexpr double kSteadySpeed = 1e-6;
 constexpr double kMostUnexplained = 0.25;
-constexpr double kMostCorrection = 5e-4;  // of the speed, in one step
+constexpr double kMostUnexplainedSeed = 0.6;  // seven partials leave nine tenths of noise
+constexpr double kMostCorrection = 5e-4;      // of the speed, in one step
 constexpr double kLeastErrorShare = 1e-5;
 
 double ShareOf(std::vector<double>& values, double share) {
@@ -122,14 +123,14 @@ std::vector<Complex> HeardTone(const ToneTimeline& timeline, std::span<const dou
 }
 
 // Fits the tone to the values with a weight, corrects the speed and fits again. Returns the correction as a share.
-double FitAndTune(std::span<const double> samples, double rate, std::span<const double> weights, ToneSearch& search) {
-  search.tone = FitTone({search.baseband, weights, search.gains});
-  const double correction = std::clamp(SpeedCorrection({search.baseband, weights, search.gains}, search.tone),
-                                       -kMostCorrection, kMostCorrection);
-  search.speed *= 1.0 + correction;
-  search.baseband = Demodulate(samples, rate, search.speed, search.baseband.hop);
-  search.tone = FitTone({search.baseband, weights, search.gains});
-  return correction;
+double FitAndTune(std::span<const double> weights, ToneSearch& search) {
+  const FitInput input{search.baseband, weights, search.gains};
+  search.tone = FitTone(input);
+  const double share = std::clamp(SpeedCorrection(input, search.tone), -kMostCorrection, kMostCorrection);
+  search.speed *= 1.0 + share;
+  Retune(search.baseband, share);
+  search.tone = FitTone(input);
+  return share;
 }
 
 double ExplainedShare(const ToneSearch& search) {
@@ -153,17 +154,20 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
   const CombFound comb = FindComb(TransformStretch(samples, rate, StretchWindow::kRectangular));
   if (comb.amplitude <= 0.0) return search;
 
+  const Baseband combed = Demodulate(samples, rate, comb.speed);
   ToneConsensus consensus;
   for (const double hertz : kSpeedsTriedHz) {
-    const double speed = comb.speed * (1.0 + hertz / kToneHz);
-    Baseband baseband = Demodulate(samples, rate, speed, BasebandHop(rate, speed));
+    Baseband baseband = combed;
+    Retune(baseband, hertz / kToneHz);
     ToneConsensus found = FindConsensus(baseband);
     if (search.baseband.values.empty() || found.explained > consensus.explained) {
-      search.speed = speed;
+      search.speed = comb.speed * (1.0 + hertz / kToneHz);
       search.baseband = std::move(baseband);
       consensus = std::move(found);
     }
   }
+
+  if (consensus.unexplainedShare > kMostUnexplainedSeed) return search;
 
   // What one quarter of a second has found grows over all that it explains as well as itself.
   search.tone = consensus.tone;
@@ -172,7 +176,7 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
   std::vector<double> weights;
   for (const double share : kUnexplained) {
     weights = ExplainedBlocks(search.baseband, search.tone, std::max(unexplained, share));
-    FitAndTune(samples, rate, weights, search);
+    FitAndTune(weights, search);
   }
   const std::vector<double> grown = weights;
   std::vector<Complex> heard = search.tone.Envelope(search.baseband);
@@ -182,7 +186,7 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
     // The mean square of a complex envelope is twice that of the sound.
     const double tonePower = 2.0 * search.tone.Power();
     search.gains = FollowGain(search.baseband, heard, tonePower);
-    correction = FitAndTune(samples, rate, weights, search);
+    correction = FitAndTune(weights, search);
     std::vector<Complex> expected = search.tone.Envelope(search.baseband);
     for (std::size_t m = 0; m < expected.size(); ++m) expected[m] *= search.gains[m];
     const std::vector<double> missed = FindMissed(search.baseband, expected, grown, tonePower);
