@@ -14,14 +14,19 @@ namespace platform {
 
 namespace {
 
-std::shared_ptr<Journal> JournalFor(const Backend& backend) {
-  std::optional<std::vector<Fault>> faults = backend.DescribedFaults();
-  return faults ? std::make_shared<Journal>(std::move(*faults)) : nullptr;
+std::shared_ptr<Journal> JournalFor(const Backend& backend, bool ofObservers) {
+  std::optional<std::vector<Fault>> described = backend.DescribedFaults();
+  std::vector<Fault> faults = described.value_or(std::vector<Fault>());
+  std::erase_if(faults, [&](const Fault& fault) { return fault.observer != ofObservers; });
+  return std::make_shared<Journal>(std::move(faults), described.has_value() && !ofObservers);
 }
 
 }  // namespace
 
-Front::Front(std::unique_ptr<Backend> backend) : backend_(std::move(backend)), journal_(JournalFor(*backend_)) {}
+Front::Front(std::unique_ptr<Backend> backend)
+    : backend_(std::move(backend)),
+      journal_(JournalFor(*backend_, false)),
+      observersJournal_(JournalFor(*backend_, true)) {}
 
 Front::~Front() {
   for (void* memory : unclearedMemory_) CoTaskMemFree(memory);
@@ -29,7 +34,7 @@ Front::~Front() {
 
 HRESULT Front::CreateInstance(REFCLSID classId, IUnknown* outer, REFIID iid, void** object) {
   const bool isObserver = classId == core_audio::ObserverEnumeratorClass();
-  const Context context{backend_, isObserver ? nullptr : journal_, nullptr};
+  const Context context{backend_, isObserver ? observersJournal_ : journal_, nullptr};
   return context.Call("CoCreateInstance", {{"interface", iid}}, [&]() -> HRESULT {
     if (outer != nullptr) return CLASS_E_NOAGGREGATION;
     if (!isObserver && !(classId == core_audio::EnumeratorClass())) return REGDB_E_CLASSNOTREG;
@@ -66,7 +71,7 @@ void Front::Sleep(DWORD milliseconds) {
 
 std::string Front::StateText() const {
   const std::lock_guard turn(*backend_);
-  return platform::StateText(*backend_, journal_.get());
+  return platform::StateText(*backend_, *journal_);
 }
 
 }  // namespace platform

@@ -29,8 +29,9 @@ class Front {
 
  private:
   const std::shared_ptr<Backend> backend_;
-  const std::shared_ptr<Journal> journal_;     // null on a platform without a trace
-  std::unordered_set<void*> unclearedMemory_;  // of property values whose clearing was told to fail
+  const std::shared_ptr<Journal> journal_;           // of all but the observers
+  const std::shared_ptr<Journal> observersJournal_;  // without a trace
+  std::unordered_set<void*> unclearedMemory_;        // of property values whose clearing was told to fail
 };
 
 }  // namespace platform

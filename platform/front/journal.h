@@ -1,9 +1,11 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -27,29 +29,41 @@ struct TraceEntry {
   HRESULT status;
 };
 
-// What was called on a platform, what is to fail, and how many objects are held.
+// An operation that failed.
+struct Refusal {
+  Operation operation;
+  std::shared_ptr<const EndpointState> endpoint;  // null for an operation that isn't on an endpoint
+  HRESULT status;
+};
+
+// What failed last, what is to fail, how many objects are held and, where it is traced, what was called: of all callers on
+// a platform but its observers, or of these.
 class Journal {
  public:
-  explicit Journal(std::vector<Fault> faults) : faults_(std::move(faults)) {}
+  Journal(std::vector<Fault> faults, bool isTraced) : faults_(std::move(faults)), isTraced_(isTraced) {}
 
   // Enters a call, which ends with End before the next begins. Gives the fault to have instead of it, or null. Throws
   // std::bad_alloc; then the call isn't entered.
   const Fault* Begin(Operation operation, const std::shared_ptr<const EndpointState>& endpoint,
                      std::initializer_list<Argument> arguments);
-  // Gives the status back. A call that never gets here stays with E_OUTOFMEMORY.
-  HRESULT End(HRESULT status) { return trace_.back().status = status; }
+  // Gives the status of that call back. A call that never gets here stays with E_OUTOFMEMORY.
+  HRESULT End(Operation operation, const std::shared_ptr<const EndpointState>& endpoint, HRESULT status);
 
   void ObjectBegins() { ++liveObjects_; }
   void ObjectEnds() { --liveObjects_; }
 
+  bool IsTraced() const { return isTraced_; }
   const std::vector<TraceEntry>& Trace() const { return trace_; }
+  const std::optional<Refusal>& LastRefusal() const { return lastRefusal_; }
   std::int64_t LiveObjects() const { return liveObjects_; }
 
  private:
   const std::vector<Fault> faults_;
+  const bool isTraced_;
   std::array<std::int64_t, kOperations.size()> calls_{};
   std::vector<TraceEntry> trace_;
-  std::int64_t liveObjects_ = 0;
+  std::optional<Refusal> lastRefusal_;
+  std::atomic<std::int64_t> liveObjects_ = 0;  // objects may be released on any thread
 };
 
 }  // namespace platform

@@ -43,12 +43,8 @@ class Object : public WholeTable<Interface> {
   }
 
  protected:
-  explicit Object(Context context) : context_(std::move(context)) {
-    if (context_.journal != nullptr) context_.journal->ObjectBegins();
-  }
-  virtual ~Object() {
-    if (context_.journal != nullptr) context_.journal->ObjectEnds();
-  }
+  explicit Object(Context context) : context_(std::move(context)) { context_.journal->ObjectBegins(); }
+  virtual ~Object() { context_.journal->ObjectEnds(); }
 
   // Carries out one operation of this object.
   template <class Body>

@@ -67,7 +67,8 @@ struct Fault {
   std::size_t operation;  // in kOperations
   std::int64_t call = 1;  // which of its calls, from 1, over all objects
   HRESULT status = S_OK;
-  bool sticky = false;  // also all calls after that one
+  bool sticky = false;    // also all calls after that one
+  bool observer = false;  // of an observer's calls, which are counted by themselves
 };
 
 }  // namespace platform

@@ -98,24 +98,30 @@ Json CallJson(const TraceEntry& entry) {
 
 }  // namespace
 
-std::string StateText(Backend& backend, const Journal* journal) {
+std::string StateText(Backend& backend, const Journal& journal) {
   std::optional<ServerInfo> server;
   std::vector<EndpointState> endpoints;
   HRESULT status = backend.DescribeServer(&server);
   if (status == S_OK) status = backend.List(&endpoints);
 
   Json state = {{"platform", backend.Name()}};
-  if (journal != nullptr) {
-    state["liveObjects"] = journal->LiveObjects();
+  if (journal.IsTraced()) {
+    state["liveObjects"] = journal.LiveObjects();
   } else {
     state["status"] = status;
   }
   if (server) state["server"] = {{"name", server->name}, {"version", server->version}};
   Json& list = state["endpoints"] = Json::array();
   for (const EndpointState& endpoint : endpoints) list.push_back(EndpointJson(endpoint));
-  if (journal != nullptr) {
+  if (const std::optional<Refusal>& refusal = journal.LastRefusal()) {
+    state["lastRefusal"] = {
+        {"operation", kOperations[refusal->operation.Index()]},
+        {"endpoint", refusal->endpoint == nullptr ? Json() : Json(text::ToUtf8(refusal->endpoint->name))},
+        {"status", refusal->status}};
+  }
+  if (journal.IsTraced()) {
     Json& trace = state["trace"] = Json::array();
-    for (const TraceEntry& entry : journal->Trace()) trace.push_back(CallJson(entry));
+    for (const TraceEntry& entry : journal.Trace()) trace.push_back(CallJson(entry));
   }
   // What a server calls itself needn't be UTF-8.
   return state.dump(-1, ' ', false, Json::error_handler_t::replace);

@@ -7,8 +7,8 @@
 
 namespace platform {
 
-// The platform as AudioPlatformState tells of it, UTF-8 (docs/virtual-machine.md, docs/sound-server.md). `journal` is
-// null for a platform without a trace. The backend's lock is held. Throws std::bad_alloc.
-std::string StateText(Backend& backend, const Journal* journal);
+// The platform as AudioPlatformState tells of it, UTF-8 (docs/virtual-machine.md, docs/sound-server.md). The
+// backend's lock is held. Throws std::bad_alloc.
+std::string StateText(Backend& backend, const Journal& journal);
 
 }  // namespace platform

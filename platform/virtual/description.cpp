@@ -175,7 +175,7 @@ Hearing ReadHearing(const Node& node, const EndpointTable& table) {
 }
 
 platform::Fault ReadFault(const Node& node) {
-  constexpr std::string_view kKeys[] = {"operation", "call", "status", "sticky"};
+  constexpr std::string_view kKeys[] = {"operation", "call", "status", "sticky", "observer"};
   node.AllowKeys(kKeys);
   const Node operation = node["operation"];
   node["status"].MustBeThere();
@@ -183,7 +183,8 @@ platform::Fault ReadFault(const Node& node) {
   return {.operation = operation.Choice(platform::kOperations),
           .call = node["call"].WholeNumberOr(1, 1, kHighestWord),
           .status = static_cast<HRESULT>(node["status"].WholeNumberOr(0, INT32_MIN, INT32_MAX)),
-          .sticky = node["sticky"].BooleanOr(false)};
+          .sticky = node["sticky"].BooleanOr(false),
+          .observer = node["observer"].BooleanOr(false)};
 }
 
 }  // namespace
