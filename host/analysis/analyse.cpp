@@ -99,6 +99,21 @@ double LevelRangeDb(const ToneSearch& search) {
   return 20.0 * std::log10(*most / *least);
 }
 
+std::vector<double> PartialAmplitudes(const ToneSearch& search) {
+  const std::size_t first = search.timeline.first;
+  const std::size_t last = search.timeline.last;
+  const auto begin = search.gains.begin();
+  const double gain =
+      std::accumulate(begin + static_cast<std::ptrdiff_t>(first), begin + static_cast<std::ptrdiff_t>(last), 0.0) /
+      static_cast<double>(std::max<std::size_t>(1, last - first));
+  std::vector<double> amplitudes;
+  for (std::size_t k = 0; k < kPartials; ++k) {
+    amplitudes.push_back(gain * std::abs(search.tone.partials[k]) /
+                         BasebandResponse(search.baseband, PartialOffsetHz(k)));
+  }
+  return amplitudes;
+}
+
 void DescribeTone(std::span<const double> samples, double rate, const ToneSearch& search, ChannelFindings& channel) {
   const SynthesizedTone synthesized = SynthesizeTone(search, samples.size());
   const std::size_t first = search.timeline.first * search.baseband.hop;
@@ -120,6 +135,7 @@ void DescribeTone(std::span<const double> samples, double rate, const ToneSearch
   channel.tone.rms = std::sqrt(toneEnergy / undisturbed);
   channel.tone.signalToNoiseDb = PowerDb(toneEnergy / remainderEnergy);
   channel.tone.levelRangeDb = LevelRangeDb(search);
+  channel.tone.partials = PartialAmplitudes(search);
   channel.clipping = FindClipping(samples, search, synthesized, spectrum);
   channel.clipping.thdNDb = PowerDb(remainderEnergy / (toneEnergy + remainderEnergy));
   channel.remainder = DescribeRemainder(spectrum, search.speed);
@@ -130,6 +146,7 @@ void DescribeTone(std::span<const double> samples, double rate, const ToneSearch
 RecordingFindings AnalyseRecording(const Recording& recording) {
   RecordingFindings findings;
   const bool validRate = std::isfinite(recording.rate) && recording.rate > 0.0;
+  findings.rateHz = validRate ? recording.rate : 0.0;
   std::vector<ToneSearch> searches;
   for (const std::vector<float>& raw : recording.channels) {
     ChannelFindings& channel = findings.channels.emplace_back();
@@ -166,6 +183,7 @@ RecordingFindings AnalyseRecording(const Recording& recording) {
     }
     channel.interruptions = FindInterruptions(search, hostLosses);
     for (ToneInterruption& interruption : channel.interruptions) interruption.beginSeconds += beginSeconds;
+    for (ClippedStretch& stretch : channel.clipping.clippedStretches) stretch.beginSeconds += beginSeconds;
     for (double* time : {&channel.tone.beginSeconds, &channel.tone.heardFromSeconds, &channel.tone.heardToSeconds}) {
       *time += beginSeconds;
     }

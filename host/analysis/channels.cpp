@@ -16,7 +16,11 @@ std::size_t ReferenceChannel(const std::vector<ChannelFindings>& channels) {
 }
 
 void CompareChannels(const ToneSearch& reference, const ToneSearch& search, ChannelFindings& channel) {
-  if (!reference.heard || !search.heard) return;
+  if (!reference.heard) return;
+  if (!search.heard) {
+    channel.relativeLevelDb = kSilenceDb;
+    return;
+  }
   std::complex<double> product = 0.0;
   for (std::size_t k = 0; k < kPartials; ++k) {
     product += std::conj(reference.tone.partials[k]) * search.tone.partials[k];

@@ -14,6 +14,10 @@ namespace {
 constexpr double kTopShare = 0.005;
 // A tone of fewer steps of its format has flat tops anyway.
 constexpr double kLeastSteps = 16.0;
+// On one side of zero; below this the tops may be the tone's own.
+constexpr double kLeastFlatShare = 0.002;
+constexpr double kMergeSeconds = 0.03;
+constexpr std::size_t kMostStretches = 100;
 
 // The least step between neighbouring samples, 0 when none differ.
 double FindStep(std::span<const double> samples) {
@@ -25,31 +29,56 @@ double FindStep(std::span<const double> samples) {
   return std::isfinite(step) ? step : 0.0;
 }
 
-// The share of undisturbed samples next to the extreme, on one side of zero, when they are rounded to `step`.
-double TopShare(std::span<const double> samples, const SynthesizedTone& synthesized, double sign, double step) {
+// The undisturbed samples next to the extreme, on one side of zero, when they are rounded to `step`.
+std::vector<std::size_t> FindTops(std::span<const double> samples, const SynthesizedTone& synthesized, double sign,
+                                  double step) {
   double extreme = 0.0;
   for (std::size_t n = 0; n < samples.size(); ++n) {
     if (synthesized.undisturbed[n]) extreme = std::max(extreme, sign * samples[n]);
   }
   const double least = extreme - std::max(kTopShare * extreme, 0.5 * step);
-  std::size_t count = 0;
-  for (std::size_t n = 0; n < samples.size(); ++n) count += synthesized.undisturbed[n] && sign * samples[n] >= least;
-  return static_cast<double>(count) / static_cast<double>(std::max<std::size_t>(1, synthesized.undisturbedSamples));
+  std::vector<std::size_t> tops;
+  for (std::size_t n = 0; n < samples.size(); ++n) {
+    if (synthesized.undisturbed[n] && sign * samples[n] >= least) tops.push_back(n);
+  }
+  return tops;
 }
 
-// The share of samples in tops, beyond the share that the tone itself has in as coarse a format.
-double FlatShare(std::span<const double> samples, const SynthesizedTone& synthesized, double peak) {
+// From a list of samples in order of time.
+std::vector<ClippedStretch> MergeTops(std::span<const std::size_t> tops, double rate) {
+  std::vector<ClippedStretch> stretches;
+  for (const std::size_t top : tops) {
+    const double seconds = static_cast<double>(top) / rate;
+    const bool isNear =
+        !stretches.empty() && seconds - stretches.back().beginSeconds - stretches.back().lengthSeconds < kMergeSeconds;
+    if (!isNear && stretches.size() == kMostStretches) break;
+    if (!isNear) stretches.push_back({seconds, 0.0});
+    stretches.back().lengthSeconds = seconds + 1.0 / rate - stretches.back().beginSeconds;
+  }
+  return stretches;
+}
+
+// The samples in tops, beyond the share that the tone itself has in as coarse a format.
+void FindFlatTops(std::span<const double> samples, double rate, const SynthesizedTone& synthesized, double peak,
+                  ClippingFindings& findings) {
   const double step = FindStep(samples);
-  if (peak < kLeastSteps * step) return 0.0;
+  if (peak < kLeastSteps * step) return;
   std::vector<double> rounded = synthesized.samples;
   if (step > 0.0) {
     for (double& sample : rounded) sample = std::round(sample / step) * step;
   }
-  double share = 0.0;
+  std::vector<std::size_t> clipped;
   for (const double sign : {1.0, -1.0}) {
-    share += TopShare(samples, synthesized, sign, step) - TopShare(rounded, synthesized, sign, step);
+    const std::vector<std::size_t> tops = FindTops(samples, synthesized, sign, step);
+    const std::size_t own = FindTops(rounded, synthesized, sign, step).size();
+    const double share = (static_cast<double>(tops.size()) - static_cast<double>(own)) /
+                         static_cast<double>(std::max<std::size_t>(1, synthesized.undisturbedSamples));
+    findings.flatShare += share;
+    if (share > kLeastFlatShare) clipped.insert(clipped.end(), tops.begin(), tops.end());
   }
-  return std::clamp(share, 0.0, 1.0);
+  findings.flatShare = std::clamp(findings.flatShare, 0.0, 1.0);
+  std::sort(clipped.begin(), clipped.end());
+  findings.clippedStretches = MergeTops(clipped, rate);
 }
 
 double PeakOf(const ToneSearch& search) {
@@ -60,10 +89,11 @@ double PeakOf(const ToneSearch& search) {
   return peak;
 }
 
-// By least squares, the gain of the values whose expected amplitude lies between two shares of the largest.
+// By least squares, the gain of the values whose expected amplitude lies between two shares of the largest; 1 where there
+// are none.
 double GainBetween(const ToneSearch& search, double peak, double from, double to) {
   double product = 0.0;
-  double energy = 1e-300;
+  double energy = 0.0;
   for (std::size_t m = search.timeline.first; m < search.timeline.last; ++m) {
     if (search.timeline.states[m] != 0) continue;
     const std::complex<double> expected = search.timeline.expected[0][m];
@@ -72,7 +102,7 @@ double GainBetween(const ToneSearch& search, double peak, double from, double to
     product += (std::conj(expected) * search.baseband.values[m]).real();
     energy += std::norm(expected);
   }
-  return std::max(product / energy, 1e-3);
+  return energy > 0.0 ? std::max(product / energy, 1e-3) : 1.0;
 }
 
 }  // namespace
@@ -81,7 +111,7 @@ ClippingFindings FindClipping(std::span<const double> samples, const ToneSearch&
                               const SynthesizedTone& synthesized, const StretchSpectrum& remainder) {
   ClippingFindings findings;
   const double peak = PeakOf(search);
-  findings.flatShare = FlatShare(samples, synthesized, peak);
+  FindFlatTops(samples, search.baseband.rate * search.speed, synthesized, peak, findings);
   findings.peakCompressionDb =
       20.0 * std::log10(GainBetween(search, peak, 0.3, 0.6) / GainBetween(search, peak, 0.85, 1.0));
 

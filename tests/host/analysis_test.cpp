@@ -233,6 +233,19 @@ TEST(Analysis, FindsTheGeneratorsTone) {
   ASSERT_TRUE(channel.tone.heard);
   EXPECT_NEAR(channel.tone.patternMatch, 1.0, 1e-3);
   EXPECT_GT(channel.tone.signalToNoiseDb, 70.0);
+  ASSERT_EQ(channel.tone.partials.size(), 7u);
+  for (const double amplitude : channel.tone.partials) EXPECT_NEAR(amplitude, channel.tone.rms / std::sqrt(3.5), 0.001);
+  EXPECT_TRUE(channel.clipping.clippedStretches.empty());
+}
+
+TEST(Analysis, SaysWhereTheToneIsClipped) {
+  const ClippingFindings clipping = Analyse({.clip = 0.7}).clipping;
+  ASSERT_EQ(clipping.clippedStretches.size(), 5u);  // one for each peak of the envelope
+  for (std::size_t i = 0; i < 5; ++i) {
+    const ClippedStretch& stretch = clipping.clippedStretches[i];
+    EXPECT_NEAR(stretch.beginSeconds + 0.5 * stretch.lengthSeconds, 0.12 + 0.1 + 0.2 * static_cast<double>(i), 0.001);
+    EXPECT_NEAR(stretch.lengthSeconds, 0.026, 0.001);  // where the envelope is above 0.7
+  }
 }
 
 TEST(Analysis, ComparesChannels) {
@@ -242,6 +255,7 @@ TEST(Analysis, ComparesChannels) {
                         .discontinuities = {}});
   EXPECT_EQ(findings.referenceChannel, 2u);
   EXPECT_FALSE(findings.channels[0].tone.heard);
+  EXPECT_EQ(findings.channels[0].relativeLevelDb, kSilenceDb);
   EXPECT_NEAR(findings.channels[1].correlation, -1.0, 0.01);
   EXPECT_NEAR(findings.channels[1].relativeLevelDb, -6.0, 0.1);
 }
