@@ -12,14 +12,15 @@ namespace {
 using namespace host;
 
 CommandResult CarryOut(const Options& options) {
-  const Style style = Style::Of(stdout);
+  const Style style = Style::Of(stdout, options.colour);
   switch (options.command) {
     case Options::Command::kList: return ListEndpoints(options);
     case Options::Command::kPlay:
     case Options::Command::kRecord: return PlayOrRecord(options, style);
     case Options::Command::kRepeat: return RepeatRuns(options, style);
-    case Options::Command::kRun: return RunContract(options, style);
+    case Options::Command::kRun: return RunContract(options);
     case Options::Command::kCheck: return CheckContract(options);
+    case Options::Command::kLimits: return ShowLimits(options);
     case Options::Command::kVersion: return ShowVersion(options);
     case Options::Command::kCompletion: break;
   }
@@ -79,11 +80,13 @@ int main(int argc, char** argv) {
   if (!Print(output)) {
     const Failure unwritten(ExitCode::kBroken, "The answer could not be written to standard output.",
                             "Check where standard output goes.");
-    std::fputs(FailureText(unwritten).c_str(), stderr);
+    std::fputs(FailureText(unwritten, Style::Of(stderr)).c_str(), stderr);
     // A closed terminal is what may have interrupted it.
     if (result.exitCode != ExitCode::kInterrupted) result.exitCode = ExitCode::kBroken;
   }
-  if (result.failure.has_value() && !json) std::fputs(FailureText(*result.failure).c_str(), stderr);
+  if (result.failure.has_value() && !json) {
+    std::fputs(FailureText(*result.failure, Style::Of(stderr)).c_str(), stderr);
+  }
   if (!json && (!quiet || result.failure.has_value())) std::fputs(result.notes.c_str(), stderr);
   return static_cast<int>(result.exitCode);
 }

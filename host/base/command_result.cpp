@@ -14,7 +14,7 @@ CommandResult TextResult(std::string text) {
 }
 
 std::string JsonDocument(const std::string& command, const CommandResult& result) {
-  std::string document = TextOf({{"formatVersion", 2},
+  std::string document = TextOf({{"formatVersion", 3},
                                  {"command", command.empty() ? Json() : Json(command)},
                                  {"ok", result.exitCode == ExitCode::kPass},
                                  {"exitCode", result.exitCode}});

@@ -18,8 +18,8 @@ std::filesystem::path ProgramDirectory();
 std::filesystem::path LogDirectory();
 
 bool IsTerminal(std::FILE* stream);
-// Columns of the terminal that standard error is on; 80 when that isn't known.
-int TerminalWidth();
+// Columns of the terminal that a stream is on; 80 when that isn't known.
+int TerminalWidth(std::FILE* stream);
 // Whether the terminal is set up for more than ASCII.
 bool TerminalIsUtf8();
 

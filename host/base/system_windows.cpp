@@ -36,9 +36,10 @@ std::filesystem::path LogDirectory() { return ZQRMT_LOG_DIRECTORY; }
 
 bool IsTerminal(std::FILE* stream) { return _isatty(_fileno(stream)) != 0; }
 
-int TerminalWidth() {
+int TerminalWidth(std::FILE* stream) {
   CONSOLE_SCREEN_BUFFER_INFO info;
-  if (!GetConsoleScreenBufferInfo(GetStdHandle(STD_ERROR_HANDLE), &info)) return 80;
+  const auto console = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+  if (!GetConsoleScreenBufferInfo(console, &info)) return 80;
   return info.srWindow.Right - info.srWindow.Left + 1;
 }
 

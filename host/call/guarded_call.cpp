@@ -82,6 +82,14 @@ Restoration PutBackInTime(const std::string& platform, const std::vector<Endpoin
 
 }  // namespace
 
+void from_json(const Json& json, InterruptionKind& kind) {
+  const std::string word = json.get<std::string>();
+  kind = InterruptionKind::kGap;
+  while (word != Word(kind) && kind != InterruptionKind::kDisturbance) {
+    kind = InterruptionKind{static_cast<int>(kind) + 1};
+  }
+}
+
 CallReport CallGuarded(const CallRequest& request, Seconds timeout, const Interruption& interruption) {
   const bool endsWithProcess = EndsWithProcess(request.platform);
   std::vector<Endpoint> saved;

@@ -1,11 +1,10 @@
 #include "host/call/module_call.h"
 
-#include <fmt/format.h>
-
 #include <chrono>
 #include <optional>
 #include <variant>
 
+#include "host/analysis/analyse.h"
 #include "host/call/module.h"
 #include "host/endpoints/endpoint_choice.h"
 #include "host/endpoints/platform.h"
@@ -21,9 +20,13 @@ void Report(const std::variant<Recording, std::string>& listened, CallReport& re
     return;
   }
   const Recording& recording = std::get<Recording>(listened);
+  report.findings = AnalyseRecording(recording);
   report.heard = SummariseLoudest(recording);
-  if (report.heard.has_value()) return;
-  report.notHeard = fmt::format("Too little was heard to draw it: {} frames.", recording.Frames());
+}
+
+bool HasPassed(Test test, const std::optional<std::string>& reply) {
+  const std::optional<Outcome> outcome = reply.has_value() ? ReadOutcome(*reply) : std::nullopt;
+  return outcome.has_value() && Passed(test, *outcome);
 }
 
 }  // namespace
@@ -48,6 +51,7 @@ CallReport CallHere(const CallRequest& request) {
     }
     report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 
+    if (!HasPassed(request.test, report.reply)) report.refused = LastRefusedOperation();
     if (listening.has_value()) Report(listening->Finish(), report);
     if (endsWithProcess) report.restored = PutBack(saved);
   } catch (const Failure& failure) {

@@ -1,13 +1,16 @@
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <tuple>
 
+#include "host/analysis/findings.h"
 #include "host/base/command_result.h"
 #include "host/base/member.h"
 #include "host/call/restoration.h"
 #include "host/contract/contract.h"
+#include "host/endpoints/refused_operation.h"
 #include "host/listening/sound_summary.h"
 
 // The module runs in a child process of rmthost, so that whatever it does there, rmthost goes on. One JSON text goes in
@@ -54,20 +57,25 @@ struct ModuleRequest {
   }
 };
 
+void from_json(const nlohmann::ordered_json& json, InterruptionKind& kind);
+
 // What came of a call of the module.
 struct CallReport {
-  bool called = false;                  // whether the module was called; without that there is a failure
-  std::optional<std::string> reply;     // nothing when the module gave none
-  std::optional<double> seconds;        // how long the call took; nothing when it didn't come back
-  std::optional<SoundSummary> heard;    // what was heard meanwhile
-  std::optional<std::string> notHeard;  // why there is nothing, when it was asked for
+  bool called = false;                        // whether the module was called; without that there is a failure
+  std::optional<std::string> reply;           // nothing when the module gave none
+  std::optional<RefusedOperation> refused;    // what failed last on the platform, when the test did not pass
+  std::optional<double> seconds;              // how long the call took; nothing when it didn't come back
+  std::optional<SoundSummary> heard;          // what was heard meanwhile, for a drawing
+  std::optional<RecordingFindings> findings;  // what was right and wrong with it
+  std::optional<std::string> notHeard;        // why there is nothing, when it was asked for
   Restoration restored;
   std::optional<Failure> failure;
 
   static constexpr auto Members() {
     using R = CallReport;
-    return std::tuple(Member("called", &R::called), Member("reply", &R::reply), Member("seconds", &R::seconds),
-                      Member("heard", &R::heard), Member("notHeard", &R::notHeard), Member("restored", &R::restored),
+    return std::tuple(Member("called", &R::called), Member("reply", &R::reply), Member("refused", &R::refused),
+                      Member("seconds", &R::seconds), Member("heard", &R::heard), Member("findings", &R::findings),
+                      Member("notHeard", &R::notHeard), Member("restored", &R::restored),
                       Member("failure", &R::failure));
   }
 };

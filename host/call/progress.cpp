@@ -3,11 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <cstdlib>
-#include <optional>
-#include <string_view>
 #include <utility>
 
 #include "host/base/system.h"
@@ -15,24 +11,14 @@
 namespace host {
 namespace {
 
-// A line of the log that tells progress ends like this, behind the percent.
-constexpr std::string_view kProgressText = "% Progress completed, [ZQ_RMT_TESTS_AUDIO::AudioRecordTestClass]";
-constexpr auto kPollInterval = std::chrono::milliseconds(50);
+constexpr auto kInterval = std::chrono::milliseconds(50);
 constexpr int kBarCells = 40;
-
-// The percentage in a line of the log that tells progress.
-std::optional<int> PercentIn(const std::string& line) {
-  const std::size_t end = line.rfind(kProgressText);
-  const std::size_t start = end == std::string::npos ? end : line.rfind(' ', end);
-  if (start == std::string::npos) return std::nullopt;
-  return std::clamp(std::atoi(line.c_str() + start), 0, 100);
-}
 
 }  // namespace
 
-Progress::Progress(Span span, const std::filesystem::path& logFile)
-    : span_(std::move(span)), log_(logFile), style_(Style::Of(stderr)) {
-  if (!IsTerminal(stderr)) return;
+Progress::Progress(Span span, std::chrono::duration<double> expected)
+    : span_(std::move(span)), expected_(expected), style_(Style::Of(stderr)) {
+  if (!style_.terminal) return;
   follower_ = std::jthread([this](const std::stop_token& stop) { Follow(stop); });
 }
 
@@ -44,23 +30,21 @@ Progress::~Progress() {
 }
 
 void Progress::Follow(const std::stop_token& stop) {
+  const auto begin = std::chrono::steady_clock::now();
   std::unique_lock lock(mutex_);
-  int drawn = -1, percent = 0;
   do {
-    for (const std::string& line : log_.Lines()) percent = PercentIn(line).value_or(percent);
-    if (percent != drawn) Draw(percent);
-    drawn = percent;
+    Draw(std::min((std::chrono::steady_clock::now() - begin) / expected_, 1.0));
     // Only a request to stop ends the wait early.
-  } while (!stopped_.wait_for(lock, stop, kPollInterval, [&stop] { return stop.stop_requested(); }));
+  } while (!stopped_.wait_for(lock, stop, kInterval, [&stop] { return stop.stop_requested(); }));
 }
 
-void Progress::Draw(int percent) {
-  const double share = span_.start + (span_.end - span_.start) * percent / 100.0;
-  const std::string ending = fmt::format(" {:3} %", static_cast<int>(share * 100));
-  // The last column stays free: some terminals wrap when it is filled.
-  const int room = TerminalWidth() - static_cast<int>(span_.label.size() + ending.size()) - 4;
+void Progress::Draw(double share) {
+  const double ofWhole = span_.start + (span_.end - span_.start) * share;
+  const std::string ending = fmt::format(" {:3} %", static_cast<int>(ofWhole * 100));
+  // The last column stays free: some terminals wrap when it is filled. The width may change meanwhile.
+  const int room = TerminalWidth(stderr) - static_cast<int>(span_.label.size() + ending.size()) - 4;
   const std::string line =
-      room < 1 ? ending : fmt::format("{} {}{}", span_.label, Bar(share, std::min(room, kBarCells), style_), ending);
+      room < 1 ? ending : fmt::format("{} {}{}", span_.label, Bar(ofWhole, std::min(room, kBarCells), style_), ending);
   std::fprintf(stderr, "\r%s", line.c_str());
   std::fflush(stderr);
   drawnBytes_ = std::max(drawnBytes_, line.size());
@@ -68,7 +52,7 @@ void Progress::Draw(int percent) {
 
 void Progress::Erase() {
   // As many blanks as columns were drawn, or a little more.
-  const std::size_t columns = std::min(drawnBytes_, static_cast<std::size_t>(TerminalWidth() - 1));
+  const std::size_t columns = std::min(drawnBytes_, static_cast<std::size_t>(TerminalWidth(stderr) - 1));
   std::fprintf(stderr, "\r%s\r", std::string(columns, ' ').c_str());
   std::fflush(stderr);
 }

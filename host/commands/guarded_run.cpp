@@ -12,12 +12,11 @@
 namespace host {
 namespace {
 
-Limits LimitsOf(const Options& options) {
-  Limits limits = options.limits;
-  if (options.test == Test::kPlay || !options.render.has_value()) return limits;
-  if (!limits.minPeak.has_value()) limits.minPeak = kDefaultMinPeak;
-  if (!limits.maxPeak.has_value()) limits.maxPeak = kDefaultMaxPeak;
-  return limits;
+// How long the module takes: its tone has a second, and a test that only listens takes three.
+std::chrono::duration<double> UsualTime(const CallRequest& request) {
+  const bool onlyListens =
+      request.test == Test::kRecord && EndpointsNamedIn(request.test, request.contract).render.empty();
+  return std::chrono::duration<double>(onlyListens ? 3.1 : 1.1);
 }
 
 void ChooseEndpoints(const Options& options, const std::string& platform, RunRecord& run) {
@@ -42,7 +41,7 @@ void RunModule(const CallRequest& request, const Options& options, const Interru
   const LogExcerpt log(LogFile());
   {
     std::optional<Progress> progress;
-    if (!options.quiet) progress.emplace(span, LogFile());
+    if (!options.quiet) progress.emplace(span, UsualTime(request));
     run.call = CallGuarded(request, std::chrono::duration<double>(options.timeout), interruption);
   }
   run.log = text::Utf8FromPath(LogFile());
@@ -54,7 +53,12 @@ void RunModule(const CallRequest& request, const Options& options, const Interru
     run.failure = UnreadableReply();
     return;
   }
-  run.judgement = Judge(run.test, *run.outcome, run.limits);
+  const Evidence evidence{.tonePlays = run.render.has_value(),
+                          .maxAmplitude = run.outcome->maxAmplitude,
+                          .findings = run.call.findings.has_value() ? &*run.call.findings : nullptr,
+                          .notHeard = run.call.notHeard.value_or(""),
+                          .requiresListening = options.requireListening};
+  run.verdict = Judge(run.test, *run.outcome, run.call.refused, evidence, run.limits);
 }
 
 void Conclude(const RunRecord& run, CommandResult& result) {
@@ -70,11 +74,11 @@ void Conclude(const RunRecord& run, CommandResult& result) {
   result.exitCode = ExitCode::kNotRestored;
 }
 
-RunRecord RunOnEndpoints(const Options& options, const std::string& platform, Listen listen,
-                         const Interruption& interruption, const Progress::Span& span) {
+RunRecord RunOnEndpoints(const Options& options, const std::string& platform, const Interruption& interruption,
+                         const Progress::Span& span) {
   RunRecord run;
   run.test = options.test;
-  run.limits = LimitsOf(options);
+  run.limits = LimitsInForce(LimitsGiven(options), options.render.has_value());
   ChooseEndpoints(options, platform, run);
   const ContractEndpoints ids{.capture = run.capture.has_value() ? run.capture->id : "",
                               .render = run.render.has_value() ? run.render->id : ""};
@@ -83,7 +87,7 @@ RunRecord RunOnEndpoints(const Options& options, const std::string& platform, Li
                       .test = run.test,
                       .contract = BuildContract(run.test, ids),
                       .listenTo = {}};
-  if (listen == Listen::kYes) request.listenTo = run.Tested().id;
+  if (run.capture.has_value()) request.listenTo = run.capture->id;
   RunModule(request, options, interruption, span, run);
   return run;
 }

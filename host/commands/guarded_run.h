@@ -21,12 +21,9 @@ void RunModule(const CallRequest& request, const Options& options, const Interru
 // outcomes.
 void Conclude(const RunRecord& run, CommandResult& result);
 
-// Whether a run listens to its capture endpoint beside the module.
-enum class Listen { kNo, kYes };
-
-// Chooses the endpoints that the options name, runs the test once, and judges it. Throws Failure when the module wasn't
+// Chooses the endpoints that the options name, runs the test once, listening to a capture endpoint beside the module, and judges it. Throws Failure when the module wasn't
 // called.
-RunRecord RunOnEndpoints(const Options& options, const std::string& platform, Listen listen,
-                         const Interruption& interruption, const Progress::Span& span);
+RunRecord RunOnEndpoints(const Options& options, const std::string& platform, const Interruption& interruption,
+                         const Progress::Span& span);
 
 }  // namespace host

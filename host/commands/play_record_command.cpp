@@ -18,15 +18,6 @@ namespace {
 
 constexpr double kToneHz = 1200.0;  // of the record test
 
-// Where it is shown, and where it can't be in the way: on a machine described in a file a call counts for the faults
-// described there, and they are meant for the module.
-Listen IsListeningWanted(const Options& options, const std::string& platform, const Style& style) {
-  if (options.plot.has_value()) return Listen::kYes;
-  const bool isShown = !options.quiet && !options.noPlot && (options.json || style.terminal);
-  const bool isWanted = options.test == Test::kRecord && isShown && !platform.starts_with("virtual:");
-  return isWanted ? Listen::kYes : Listen::kNo;
-}
-
 // 0 without a tone.
 double ToneHz(const RunRecord& run) { return run.render.has_value() ? kToneHz : 0.0; }
 
@@ -48,7 +39,7 @@ void WritePlot(const std::string& file, const std::string& drawing) {
 // Draws into the file that was asked for, and notes it in `run`. Gives why it could not be written.
 std::optional<Failure> DrawPlot(const Options& options, RunRecord& run) {
   if (!options.plot.has_value() || !run.call.heard.has_value()) return std::nullopt;
-  const std::string title = fmt::format("{}: {}", run.Tested().name, Word(run.judgement));
+  const std::string title = fmt::format("{}: {}", run.Tested().name, run.verdict.word);
   try {
     WritePlot(*options.plot, SvgPlot(*run.call.heard, title, ToneHz(run)));
   } catch (const Failure& failure) {
@@ -61,9 +52,9 @@ std::optional<Failure> DrawPlot(const Options& options, RunRecord& run) {
 std::string PlotText(const RunRecord& run, const Options& options, const Style& style) {
   std::string text;
   if (run.call.heard.has_value() && style.terminal && !options.noPlot) {
-    text += "\n" + TerminalPlot(*run.call.heard, TerminalWidth(), style, ToneHz(run));
+    text += "\n" + TerminalPlot(*run.call.heard, style, ToneHz(run));
   }
-  if (run.call.notHeard.has_value()) text += fmt::format("\nNo plot: {}\n", text::Printable(*run.call.notHeard));
+  if (run.call.notHeard.has_value()) text += fmt::format("\nNot heard: {}\n", text::Printable(*run.call.notHeard));
   if (run.plot.has_value()) text += fmt::format("\nplot: {}\n", text::Printable(*run.plot));
   return text;
 }
@@ -73,8 +64,8 @@ std::string PlotText(const RunRecord& run, const Options& options, const Style& 
 CommandResult PlayOrRecord(const Options& options, const Style& style) {
   const std::string platform = ChoosePlatform(options.platform);
   const Interruption interruption;
-  RunRecord run = RunOnEndpoints(options, platform, IsListeningWanted(options, platform, style), interruption,
-                                 {.label = options.test == Test::kPlay ? "playing" : "recording"});
+  RunRecord run =
+      RunOnEndpoints(options, platform, interruption, {.label = options.test == Test::kPlay ? "playing" : "recording"});
   const std::optional<Failure> notDrawn = DrawPlot(options, run);
 
   CommandResult result;
@@ -85,7 +76,7 @@ CommandResult PlayOrRecord(const Options& options, const Style& style) {
   } else {
     result.notes += LogText(run) + restored;
   }
-  result.json = RunJson(platform, run);
+  result.json = RunJson(platform, run, options.plotData);
   if (notDrawn.has_value()) {
     if (!result.failure.has_value()) result.failure = notDrawn;
     if (result.exitCode == ExitCode::kPass) result.exitCode = notDrawn->exitCode;

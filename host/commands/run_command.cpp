@@ -1,3 +1,6 @@
+#include <cstdio>
+
+#include "host/base/system.h"
 #include "host/commands/commands.h"
 #include "host/commands/guarded_run.h"
 #include "host/contract/contract_file.h"
@@ -7,7 +10,7 @@
 
 namespace host {
 
-CommandResult RunContract(const Options& options, const Style& style) {
+CommandResult RunContract(const Options& options) {
   const std::string contract = ReadContract(options.contract);
   const std::string platform = ChoosePlatform(options.platform);
   const Interruption interruption;
@@ -18,7 +21,7 @@ CommandResult RunContract(const Options& options, const Style& style) {
       options, interruption, {.label = options.test == Test::kPlay ? "playing" : "recording"}, run);
 
   CommandResult result;
-  if (run.call.reply.has_value()) result.text = *run.call.reply + (style.terminal ? "\n" : "");
+  if (run.call.reply.has_value()) result.text = *run.call.reply + (IsTerminal(stdout) ? "\n" : "");
   Conclude(run, result);
   result.json = ContractRunJson(platform, run);
   result.notes += LogText(run);

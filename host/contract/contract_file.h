@@ -7,6 +7,10 @@
 
 namespace host {
 
+// The text of a file, or, when its name is "-", of standard input: valid UTF-8 without a NUL. `kind` says in messages what it
+// should be, as "contract", and `advice` what to give in its place. Throws Failure.
+std::string ReadTextFile(const std::string& name, const std::string& kind, const std::string& advice);
+
 // The text of the contract in the file `name`, or, when that is "-", on standard input: valid UTF-8 without a NUL.
 // Throws Failure.
 std::string ReadContract(const std::string& name);

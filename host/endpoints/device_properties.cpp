@@ -18,7 +18,11 @@ class PropertyValue {
   }
   PropertyValue(const PropertyValue&) = delete;
   PropertyValue& operator=(const PropertyValue&) = delete;
-  ~PropertyValue() { PropVariantClear(&value_); }
+  // What an observer is given it releases without PropVariantClear, which is traced.
+  ~PropertyValue() {
+    if (value_.vt == VT_LPWSTR) CoTaskMemFree(value_.pwszVal);
+    if (value_.vt == VT_BLOB) CoTaskMemFree(value_.blob.pBlobData);
+  }
   const PROPVARIANT* operator->() const { return &value_; }
 
  private:

@@ -13,7 +13,7 @@ std::optional<EndpointVolume> EndpointVolume::Of(Flow flow, const std::string& i
   ComPtr<IMMDeviceEnumerator> enumerator;
   ComPtr<IMMDeviceCollection> devices;
   UINT count = 0;
-  if (FAILED(CoCreateInstance(core_audio::EnumeratorClass(), nullptr, CLSCTX_ALL,
+  if (FAILED(CoCreateInstance(core_audio::ObserverEnumeratorClass(), nullptr, CLSCTX_ALL,
                               core_audio::InterfaceId<IMMDeviceEnumerator>(), enumerator.ReceiveAny())) ||
       FAILED(enumerator->EnumAudioEndpoints(flow == Flow::kRender ? eRender : eCapture, DEVICE_STATE_ACTIVE,
                                             devices.Receive())) ||

@@ -107,7 +107,7 @@ std::string LevelsText(const std::vector<float>& levels) {
 
 std::vector<Endpoint> ReadEndpoints() {
   ComPtr<IMMDeviceEnumerator> enumerator;
-  Require(CoCreateInstance(core_audio::EnumeratorClass(), nullptr, CLSCTX_ALL,
+  Require(CoCreateInstance(core_audio::ObserverEnumeratorClass(), nullptr, CLSCTX_ALL,
                            core_audio::InterfaceId<IMMDeviceEnumerator>(), enumerator.ReceiveAny()),
           "CoCreateInstance");
   std::vector<Endpoint> endpoints = ReadFlow(*enumerator.Get(), Flow::kRender);

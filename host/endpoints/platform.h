@@ -1,6 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
+
+#include "host/endpoints/refused_operation.h"
 
 namespace host {
 
@@ -20,6 +23,10 @@ class Platform {
   Platform& operator=(const Platform&) = delete;
   ~Platform();
 };
+
+// The operation that failed last on this thread's platform, the host's own reading apart. Nothing when none did, and where
+// the platform doesn't tell, as Windows' own.
+std::optional<RefusedOperation> LastRefusedOperation();
 
 // Whether the endpoints of the platform live in the process that is on it, and end with it.
 bool EndsWithProcess(const std::string& description);

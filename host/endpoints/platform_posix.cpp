@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <cstdlib>
+#include <memory>
+
 #include "host/base/failure.h"
 #include "platform/audio_platform.h"
 #include "platform/core_audio.h"
@@ -26,5 +29,10 @@ Platform::Platform(const std::string& description) {
 }
 
 Platform::~Platform() { AudioPlatformUninitialize(); }
+
+std::optional<RefusedOperation> LastRefusedOperation() {
+  const std::unique_ptr<char, decltype(&std::free)> state(AudioPlatformState(), &std::free);
+  return state == nullptr ? std::nullopt : RefusedOperationIn(state.get());
+}
 
 }  // namespace host

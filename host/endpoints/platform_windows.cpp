@@ -33,4 +33,6 @@ Platform::~Platform() {
   CoUninitialize();
 }
 
+std::optional<RefusedOperation> LastRefusedOperation() { return RefusedOperationIn(virtual_audio::MachineState()); }
+
 }  // namespace host

@@ -37,7 +37,7 @@ void Append(const BYTE* frames, UINT32 count, const platform::SampleFormat& form
 
 Listener::Listener(const std::string& captureId) {
   ComPtr<IMMDeviceEnumerator> enumerator;
-  Require(CoCreateInstance(core_audio::EnumeratorClass(), nullptr, CLSCTX_ALL,
+  Require(CoCreateInstance(core_audio::ObserverEnumeratorClass(), nullptr, CLSCTX_ALL,
                            core_audio::InterfaceId<IMMDeviceEnumerator>(), enumerator.ReceiveAny()),
           "CoCreateInstance");
   const std::u16string text = text::ToUtf16(captureId);

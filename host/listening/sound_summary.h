@@ -36,11 +36,11 @@ struct SoundSummary {
 
   static constexpr auto Members() {
     using S = SoundSummary;
-    return std::tuple(Member("rate", &S::rate), Member("seconds", &S::seconds), Member("peak", &S::peak),
+    return std::tuple(Member("rateHz", &S::rate), Member("seconds", &S::seconds), Member("peak", &S::peak),
                       Member("rms", &S::rms), Member("noiseFloor", &S::noiseFloor),
                       Member("dominantHz", &S::dominantHz), Member("fullScaleSamples", &S::fullScaleSamples),
                       Member("highestHz", &S::highestHz), Member("envelope", &S::envelope),
-                      Member("spectrum", &S::spectrum));
+                      Member("spectrumDb", &S::spectrum));
   }
 };
 

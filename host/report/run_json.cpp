@@ -15,7 +15,7 @@ void AddOutcome(const RunRecord& run, Json& json) {
   if (!run.outcome.has_value()) return;
   json["returnCode"] = run.outcome->returnCode;
   json["returnMessage"] = run.outcome->returnMessage;
-  json["advice"] = run.Passed() ? Json() : Json(AdviceFor(run.judgement, *run.outcome));
+  json["advice"] = run.Passed() ? Json() : Json(run.verdict.advice);
 }
 
 void AddCall(const RunRecord& run, Json& json) {
@@ -29,12 +29,15 @@ void AddCall(const RunRecord& run, Json& json) {
 void AddRun(const RunRecord& run, Json& json) {
   if (run.outcome.has_value()) {
     json["passed"] = run.Passed();
-    json["verdict"] = run.judgement;
+    json["verdict"] = run.verdict.word;
+    json["reason"] = run.Passed() ? Json() : Json(run.verdict.sentence);
   }
   AddOutcome(run, json);
   json["render"] = EndpointJson(run.render);
   if (run.test == Test::kRecord) {
     json["capture"] = EndpointJson(run.capture);
+    json["caution"] = run.verdict.caution.empty() ? Json() : Json(run.verdict.caution);
+    json["checks"] = run.verdict.checks;
     json["limits"] = run.limits;
     json["maxAmplitude"] = run.Peak();
     json["maxAmplitudeDbfs"] = run.Peak().has_value() ? Json(Decibels(*run.Peak())) : Json();
@@ -52,13 +55,14 @@ std::string WithReply(const Json& json, const RunRecord& run) {
 
 }  // namespace
 
-std::string RunJson(const std::string& platform, const RunRecord& run) {
+std::string RunJson(const std::string& platform, const RunRecord& run, bool plotData) {
   Json json = {{"platform", platform}};
   AddRun(run, json);
   if (run.test == Test::kRecord) {
-    json["heard"] = run.call.heard;
+    json["findings"] = run.call.findings;
     json["notHeard"] = run.call.notHeard;
     json["plot"] = run.plot;
+    if (plotData) json["plotData"] = run.call.heard;
   }
   return WithReply(json, run);
 }

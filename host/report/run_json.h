@@ -7,8 +7,8 @@
 // What a command found out on `platform`, as the text of the JSON object `result` (docs/rmthost-json.md).
 namespace host {
 
-// A run on chosen endpoints.
-std::string RunJson(const std::string& platform, const RunRecord& run);
+// A run on chosen endpoints; with `plotData` what a drawing is made from is in it too.
+std::string RunJson(const std::string& platform, const RunRecord& run, bool plotData);
 
 // A run of a contract given.
 std::string ContractRunJson(const std::string& platform, const RunRecord& run);

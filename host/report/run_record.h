@@ -6,7 +6,7 @@
 
 #include "host/call/module_messages.h"
 #include "host/endpoints/endpoints.h"
-#include "host/report/judgement.h"
+#include "host/judging/judge.h"
 
 namespace host {
 
@@ -19,12 +19,12 @@ struct RunRecord {
   CallReport call;
   std::optional<Outcome> outcome;  // nothing when there is no reply that tells one
   std::optional<Failure> failure;  // there when there is no outcome
-  Judgement judgement = Judgement::kFailed;
+  Verdict verdict{.passed = false, .word = "failed"};
   std::string log;                                   // the module's log file
   std::optional<std::vector<std::string>> logLines;  // what came to it meanwhile; with --verbose
   std::optional<std::string> plot;                   // the file that was drawn
 
-  bool Passed() const { return judgement == Judgement::kPass; }
+  bool Passed() const { return verdict.passed; }
   // Nothing when the module measured none.
   std::optional<double> Peak() const {
     const bool isMeasured = test == Test::kRecord && outcome.has_value() && host::Passed(test, *outcome);

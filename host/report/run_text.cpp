@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "host/report/check_rows.h"
 #include "text/utf.h"
 
 namespace host {
@@ -9,6 +10,7 @@ namespace {
 
 constexpr double kBarFloor = -60.0;  // dBFS
 constexpr int kBarCells = 40;
+constexpr int kReasonIndent = 6;
 
 std::string EndpointLine(const char* label, const std::optional<Endpoint>& endpoint) {
   if (!endpoint.has_value()) return fmt::format("  {:<10} none: the test listens for three seconds\n", label);
@@ -23,27 +25,40 @@ std::string AmplitudeLines(double amplitude, const Style& style) {
                      decibels, "", Bar(1.0 - decibels / kBarFloor, kBarCells, style), kBarFloor);
 }
 
-std::string LimitsLine(const Limits& limits) {
-  if (!limits.minPeak.has_value() && !limits.maxPeak.has_value()) return "";
-  std::vector<std::string> sides;
-  if (limits.minPeak.has_value()) sides.push_back(fmt::format("at least {}", *limits.minPeak));
-  if (limits.maxPeak.has_value()) sides.push_back(fmt::format("at most {}", *limits.maxPeak));
-  return fmt::format("  {:<10} {}\n", "limits", fmt::join(sides, ", "));
+// A line for each figure, in columns; and the advice below a check that failed, unless it is the verdict's own.
+std::string ChecksText(const Verdict& verdict, const Style& style) {
+  constexpr int kIndent = 23;
+  std::string text;
+  for (const CheckRow& row : CheckRows(verdict)) {
+    const std::string figures =
+        row.measured.empty() ? row.what : fmt::format("{:<36} {:>9}   {}", row.what, row.measured, row.limit);
+    std::string line = fmt::format("  {:<13}  {:<5} {}", row.check, row.result, figures);
+    text += Wrapped(line, style, kIndent) + "\n";
+  }
+  for (const Check& check : verdict.checks) {
+    if (check.result != CheckResult::kFail || check.sentence == verdict.sentence) continue;
+    text += "\n" + Wrapped(fmt::format("{}: {} {}", check.name, check.sentence, check.advice), style) + "\n";
+  }
+  return text;
 }
 
 }  // namespace
 
 std::string RunText(const RunRecord& run, const Style& style) {
   const Outcome& outcome = *run.outcome;
-  const std::string sentence = JudgementText(run.judgement, outcome, run.limits);
-  std::string text =
-      fmt::format("{}  {} ({})\n\n", Verdict(run.Passed(), style), text::Printable(sentence), outcome.returnCode);
+  std::string reason = text::Printable(run.verdict.sentence);
+  // Beside a failure that the host found, the module's code for a pass would look like its reason.
+  if (run.Passed() || !Passed(run.test, outcome)) reason += fmt::format(" ({})", outcome.returnCode);
+  std::string text = PassOrFail(run.Passed(), style) + "  " + Wrapped(reason, style, kReasonIndent) + "\n";
+  if (!run.verdict.advice.empty()) text += "\n" + Wrapped(run.verdict.advice, style) + "\n";
+  if (!run.verdict.caution.empty()) text += "\n" + Wrapped(text::Printable(run.verdict.caution), style) + "\n";
+  text += "\n";
   if (run.test == Test::kRecord) text += EndpointLine("capture", run.capture);
   text += EndpointLine("render", run.render);
-  if (const std::optional<double> peak = run.Peak()) text += AmplitudeLines(*peak, style) + LimitsLine(run.limits);
+  if (const std::optional<double> peak = run.Peak()) text += AmplitudeLines(*peak, style);
   text += fmt::format("  {:<10} {:.2f} s\n", "time", run.call.seconds.value_or(0.0));
   text += fmt::format("  {:<10} {}\n", "log", run.log);
-  if (!run.Passed()) text += fmt::format("\n{}\n", AdviceFor(run.judgement, outcome));
+  if (!run.verdict.checks.empty()) text += "\n" + ChecksText(run.verdict, style);
   return text;
 }
 

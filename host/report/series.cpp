@@ -8,6 +8,7 @@
 #include "host/base/json.h"
 #include "host/report/run_json.h"
 #include "host/report/run_text.h"
+#include "text/utf.h"
 
 namespace host {
 namespace {
@@ -18,8 +19,14 @@ bool WasInterrupted(const RunRecord& run) {
 
 std::string FailureWord(const RunRecord& run) {
   if (run.failure.has_value()) return run.failure->exitCode == ExitCode::kTimedOut ? "timed out" : "broken";
-  if (run.judgement != Judgement::kFailed) return Word(run.judgement);
-  return std::to_string(run.outcome->returnCode);
+  // A module's failure by its code, and the host's by its word.
+  return run.verdict.word == "failed" ? std::to_string(run.outcome->returnCode) : run.verdict.word;
+}
+
+std::string FailureSentence(const RunRecord& run) {
+  if (run.failure.has_value()) return run.failure->message;
+  return run.verdict.word == "failed" ? fmt::format("{} ({})", run.verdict.sentence, run.outcome->returnCode)
+                                      : run.verdict.sentence;
 }
 
 // Nothing when there are no values.
@@ -58,17 +65,23 @@ Series SumUp(const std::vector<RunRecord>& runs, Test test, int asked) {
 }
 
 std::string SeriesText(const Series& series, const std::vector<RunRecord>& runs, const Style& style) {
-  std::string text = fmt::format("{}  {} of {} passed\n", Verdict(series.Passed(), style), series.passes, series.asked);
+  std::string text =
+      fmt::format("{}  {} of {} passed\n", PassOrFail(series.Passed(), style), series.passes, series.asked);
   for (const auto& [word, count] : series.failures) text += fmt::format("  {:<10} {}\n", word, count);
   if (series.seconds.has_value()) text += "\n             minimum   median    maximum\n";
   text += SpreadText("peak", series.peak, 6, "") + SpreadText("time", series.seconds, 3, " s");
   for (std::size_t i = 0; i < runs.size(); ++i) {
-    const Restoration& restored = runs[i].call.restored;
-    const std::string logLines = LogText(runs[i]);
-    if (!runs[i].Passed() || !restored.FoundAllAsBefore() || !logLines.empty()) {
-      text += fmt::format("\nrun {}: {}, {}\n", i + 1, runs[i].Passed() ? "pass" : FailureWord(runs[i]),
-                          RestorationText(restored));
+    const RunRecord& run = runs[i];
+    const std::string logLines = LogText(run);
+    if (!run.Passed() || !run.call.restored.FoundAllAsBefore() || !logLines.empty()) {
+      const std::string sentence = run.Passed() ? "pass." : text::Printable(FailureSentence(run));
+      const std::string line = fmt::format("run {}: {} {}", i + 1, sentence, RestorationText(run.call.restored));
+      text += "\n" + Wrapped(line, style) + "\n";
     }
+    // The same advice is given once, behind the last run that it is for.
+    const std::string& own = run.failure.has_value() ? run.failure->advice : run.verdict.advice;
+    const bool isLast = i + 1 == runs.size() || runs[i + 1].Passed() || FailureWord(runs[i + 1]) != FailureWord(run);
+    if (!own.empty() && isLast) text += Wrapped(text::Printable(own), style) + "\n";
     text += logLines;
   }
   const bool allAsBefore = std::all_of(runs.begin(), runs.end(), [](const RunRecord& run) {

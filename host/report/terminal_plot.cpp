@@ -120,10 +120,10 @@ std::string FigureLines(const SoundSummary& sound, int columns) {
 
 }  // namespace
 
-std::string TerminalPlot(const SoundSummary& sound, int columns, const Style& style, double toneHz) {
+std::string TerminalPlot(const SoundSummary& sound, const Style& style, double toneHz) {
   const int endLabel = static_cast<int>(FrequencyText(sound.highestHz).size()) + 1;
   // A terminal wraps what reaches its last column.
-  const int width = std::clamp(columns - 1, kFewestColumns, kMostColumns) - kMargin - endLabel;
+  const int width = std::clamp(style.columns - 1, kFewestColumns, kMostColumns) - kMargin - endLabel;
   std::string text = FigureLines(sound, kMargin + width + endLabel);
   text += Waveform(sound, width, style) + SpectrumLine(sound, width, style);
   if (toneHz <= SoundSummary::kLowestHz || toneHz >= sound.highestHz) return text;

@@ -7,8 +7,8 @@
 
 namespace host {
 
-// About ten lines with line feeds, none wider than `columns` when that is 40 or more: the figures, the waveform, the
-// spectrum by the logarithm of the frequency, and below it, unless `toneHz` is 0, the place of the tone.
-std::string TerminalPlot(const SoundSummary& sound, int columns, const Style& style, double toneHz = 0.0);
+// About ten lines with line feeds, none wider than the style's columns when these are 40 or more: the figures, the
+// waveform, the spectrum by the logarithm of the frequency, and below it, unless `toneHz` is 0, the place of the tone.
+std::string TerminalPlot(const SoundSummary& sound, const Style& style, double toneHz = 0.0);
 
 }  // namespace host

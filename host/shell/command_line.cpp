@@ -72,17 +72,22 @@ CLI::App* AddRecord(CLI::App& parent, Options& options) {
   AddText(*record, "--render", options.render,
           "The render endpoint that plays a tone meanwhile; without it the test listens for three seconds")
       ->option_text("ENDPOINT");
+  const Limits usual = LimitsInForce({}, true);
+  const auto addPeak = [&](const char* name, const char* which, std::optional<double>& peak, double otherwise) {
+    record
+        ->add_option(name, peak,
+                     fmt::format("The {} peak that passes, 0 to 1; with --render {} when not given", which, otherwise))
+        ->option_text("PEAK")
+        ->check(Between(0, 1));
+  };
+  addPeak("--min-peak", "least", options.limits.minPeak, *usual.minPeak);
+  addPeak("--max-peak", "largest", options.limits.maxPeak, *usual.maxPeak);
+  AddText(*record, "--limits", options.limitsFile, "A file with limits, as 'rmthost limits' prints them")
+      ->option_text("FILE");
   record
-      ->add_option("--min-peak", options.limits.minPeak,
-                   fmt::format("The least peak that passes, 0 to 1; with --render {} when not given", kDefaultMinPeak))
-      ->option_text("PEAK")
-      ->check(Between(0, 1));
-  record
-      ->add_option(
-          "--max-peak", options.limits.maxPeak,
-          fmt::format("The largest peak that passes, 0 to 1; with --render {} when not given", kDefaultMaxPeak))
-      ->option_text("PEAK")
-      ->check(Between(0, 1));
+      ->add_flag("--require-listening", options.requireListening,
+                 "Fail when the host can't listen beside the module and so can't tell whether it was the tone")
+      ->disable_flag_override();
   return record;
 }
 
@@ -108,6 +113,8 @@ void AddCommands(CLI::App& app, Options& options) {
   AddText(*record, "--plot", options.plot, "Draw what was heard, waveform and spectrum, into an SVG file")
       ->option_text("FILE");
   record->add_flag("--no-plot", options.noPlot, "Draw nothing on the terminal")->disable_flag_override();
+  record->add_flag("--plot-data", options.plotData, "Add to the JSON document what a drawing is made from")
+      ->disable_flag_override();
 
   CLI::App* repeat = app.add_subcommand(CommandWord(Command::kRepeat), "Run a test several times and sum it up");
   repeat->footer(kFurtherOptions);
@@ -135,6 +142,8 @@ void AddCommands(CLI::App& app, Options& options) {
       ->disable_flag_override();
   check->footer(std::string(kCheckHelp) + "\n" + kFurtherOptions);
 
+  CLI::App* limits = add(Command::kLimits, "Print the limits that a record test with a tone is held to, as JSON");
+  AddText(*limits, "--limits", options.limitsFile, "A file with limits that are to be others")->option_text("FILE");
   add(Command::kVersion, "Show the versions and files in use");
 
   CLI::App* help = app.add_subcommand(kHelpWord, "Show the help of rmthost or of a command");
@@ -157,6 +166,14 @@ void AddOptions(CLI::App& app, Options& options) {
          fmt::format("The module's time for one call, after which it is ended; {} when not given", kDefaultTimeout))
       ->option_text("SECONDS")
       ->check(Between(kShortestTimeout, kLongestTimeout));
+  app.add_option_function<std::string>(
+         "--color",
+         [&options](const std::string& when) {
+           options.colour = Colour(std::ranges::find(kColourWords, when) - kColourWords.begin());
+         },
+         "When to colour the text: auto, always or never; auto, when not given, where a terminal shows it")
+      ->option_text("WHEN")
+      ->check(CLI::IsMember(std::vector<std::string>(kColourWords.begin(), kColourWords.end())));
   app.add_flag("--json", options.json, "Write one JSON document to standard output, also for errors")
       ->disable_flag_override();
   app.add_flag("--quiet", options.quiet, "Print nothing but errors; the exit code tells")->disable_flag_override();
@@ -192,11 +209,6 @@ HelpText HelpAskedFor(const CLI::App& app, const CLI::App& help) {
   }
 }
 
-void RequireOrderedLimits(const Limits& limits) {
-  if (!limits.minPeak.has_value() || !limits.maxPeak.has_value() || *limits.minPeak <= *limits.maxPeak) return;
-  throw Failure(ExitCode::kBadInput, "No peak can pass: --min-peak is above --max-peak.", "Give a lower --min-peak.");
-}
-
 }  // namespace
 
 void BuildCommandLine(CLI::App& app, Options& options) {
@@ -230,7 +242,6 @@ std::variant<Options, HelpText> ParseCommandLine(std::vector<std::string> argume
     throw UnusableCommandLine(app, error);
   }
   if (const CLI::App* help = app.get_subcommand(kHelpWord); help->parsed()) return HelpAskedFor(app, *help);
-  RequireOrderedLimits(options.limits);
   return options;
 }
 
@@ -247,6 +258,7 @@ const char* CommandWord(Options::Command command) {
     case Options::Command::kRepeat: return "repeat";
     case Options::Command::kRun: return "run";
     case Options::Command::kCheck: return "check";
+    case Options::Command::kLimits: return "limits";
     case Options::Command::kVersion: return "version";
     case Options::Command::kCompletion: break;
   }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -16,6 +17,8 @@ namespace host {
 // What the arguments TEST and SHELL can be.
 inline constexpr std::array kTestWords{"play", "record"};
 inline constexpr std::array kShellWords{"bash", "zsh", "fish"};
+// What --color can be, in the order of Colour.
+inline constexpr std::array<std::string_view, 3> kColourWords{"auto", "always", "never"};
 
 // Describes the whole command line to `app`, which fills `options` when it parses. Both must live as long as it is
 // used.

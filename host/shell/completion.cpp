@@ -134,6 +134,8 @@ void OfferValues(Lines& lines, const CLI::Option& option, const Place& place) {
   if (kind == "NAME") OfferPlatforms(lines);
   if (kind == "TEST")
     for (const char* word : kTestWords) lines.Offer(word);
+  if (kind == "WHEN")
+    for (const std::string_view word : kColourWords) lines.Offer(std::string(word));
   if (kind == "COMMAND") OfferCommands(lines, *place.command->get_parent());
   if (kind == "SHELL")
     for (const char* word : kShellWords) lines.Offer(word);

@@ -10,6 +10,8 @@ import subprocess
 import tempfile
 import unittest
 
+import jsonschema
+
 HOST, MODULE = os.environ["RMTHOST"], os.environ["RMTHOST_MODULE"]
 MISBEHAVING = os.environ["RMTHOST_MISBEHAVING_MODULE"]
 RUNNER = os.environ.get("RMTHOST_RUNNER", "").split()
@@ -26,6 +28,8 @@ def return_codes():
 
 
 RETURN = return_codes()
+with open(os.path.join(os.path.dirname(__file__), "..", "..", "docs", "rmthost-json.schema.json")) as file:
+    SCHEMA = jsonschema.Draft202012Validator(json.load(file))
 
 
 def endpoint(flow, id, name, **more):
@@ -83,10 +87,11 @@ class HostTest(unittest.TestCase):
         return running.returncode, output, errors.decode().replace("\r\n", "\n")
 
     def document(self, *arguments, exit_code=PASS, **more):
-        """Runs rmthost with --json in front and returns its one document."""
+        """Runs rmthost with --json in front and returns its one document, which must be as its schema has it."""
         code, output, errors = self.rmthost("--json", *arguments, **more)
         document = json.loads(output)
         self.assertEqual((code, document["formatVersion"], document["exitCode"], document["ok"], errors),
-                         (exit_code, 2, exit_code, exit_code == PASS, ""))
+                         (exit_code, 3, exit_code, exit_code == PASS, ""))
         self.assertEqual(output.count(b"\n"), 1)
+        SCHEMA.validate(document)
         return document

@@ -114,7 +114,7 @@ TEST(SampleFormat, ReadsEveryKindOfSample) {
 TEST(TerminalPlot, KeepsToTheTerminal) {
   const SoundSummary heard = *Summarise(Sound(48000, 1200, 0.5, 0.001), 48000);
   for (const int columns : {40, 80, 500}) {
-    const std::string plot = TerminalPlot(heard, columns, {}, 1200);
+    const std::string plot = TerminalPlot(heard, {.columns = columns}, 1200);
     for (std::size_t begin = 0, end; (end = plot.find('\n', begin)) != std::string::npos; begin = end + 1) {
       EXPECT_LT(end - begin, static_cast<std::size_t>(columns)) << plot;
     }

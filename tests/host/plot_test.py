@@ -4,7 +4,7 @@ import os
 import unittest
 import xml.etree.ElementTree as xml
 
-from host_test import MACHINE, PASS, HostTest
+from host_test import CONTRACT, MACHINE, HostTest
 
 SVG = "{http://www.w3.org/2000/svg}"
 
@@ -17,14 +17,15 @@ class Plot(HostTest):
         noisy = json.loads(json.dumps(MACHINE))
         noisy["endpoints"][5]["noise"] = 0.001
         self.write("noisy.json", json.dumps(noisy).encode())
-        plain = self.record("--no-plot", machine="virtual:noisy.json")
-        heard = self.record("--plot", "a.svg", machine="virtual:noisy.json")
-        self.assertIsNone(plain["heard"])
-        self.assertEqual(heard["maxAmplitude"], plain["maxAmplitude"])
-        self.assertEqual(f"{heard['heard']['peak']:.6g}", f"{plain['maxAmplitude']:.6g}")
-        self.assertAlmostEqual(heard["heard"]["dominantHz"], 1200, delta=15)
+        contract = (CONTRACT % (0, "", "{0.0.1}.{microphone}")).replace('"Y"', '"{0.0.0}.{speaker}"').encode()
+        document = self.document("run", "record", "-", stdin=contract, machine="virtual:noisy.json")
+        plain = document["result"]["reply"]["CoreData"]["DeviceInfo"]["AudioData"]["maxAmplitude"]
+        heard = self.record("--plot-data", machine="virtual:noisy.json")
+        self.assertEqual(heard["maxAmplitude"], plain)
+        self.assertEqual(f"{heard['plotData']['peak']:.6g}", f"{plain:.6g}")
+        self.assertAlmostEqual(heard["plotData"]["dominantHz"], 1200, delta=15)
         # Evenly distributed between -0.001 and 0.001, its RMS is 0.001 / sqrt(3).
-        self.assertAlmostEqual(heard["heard"]["noiseFloor"], 0.000577, delta=0.00006)
+        self.assertAlmostEqual(heard["plotData"]["noiseFloor"], 0.000577, delta=0.00006)
 
     def test_the_drawing_stands_by_itself(self):
         machine = json.loads(json.dumps(MACHINE))
@@ -40,12 +41,11 @@ class Plot(HostTest):
         self.assertFalse([node.tag for node in root.iter() if node.tag in (SVG + "script", SVG + "image")])
 
     def test_an_endpoint_that_takes_no_second_stream_is_told(self):
-        # The host's own stream is opened first.
-        fault = {"operation": "IAudioClient::Initialize", "call": 1, "status": -2004287480}
+        fault = {"operation": "IAudioClient::Initialize", "status": -2004287480, "observer": True}
         for sticky, peak, drawing in ((False, True, "a.svg"), (True, False, "b.svg")):
             self.write("faulty.json", json.dumps({**MACHINE, "faults": [{**fault, "sticky": sticky}]}).encode())
-            result = self.record("--plot", drawing, machine="virtual:faulty.json", exit_code=PASS if peak else 1)
-            self.assertEqual(result["heard"] is not None, peak, "a shorter buffer is tried")
+            result = self.record("--plot", drawing, machine="virtual:faulty.json")
+            self.assertEqual(result["findings"] is not None, peak, "a shorter buffer is tried")
             self.assertEqual(os.path.exists(os.path.join(self.directory, drawing)), peak)
         self.assertIn("IAudioClient::Initialize gave 0x88890008", result["notHeard"])
 

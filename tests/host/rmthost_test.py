@@ -94,7 +94,8 @@ class Endpoints(HostTest):
         for name, found in [("KÖPF", "1"), ("ήχος", "2"), ("НАУШ", "3"), ("łÓDŹ", "4")]:
             render = self.document("play", name, machine="virtual:world.json")["result"]["render"]
             self.assertEqual(render["id"], found, name)
-        self.assertEqual(self.document("record", "MICROPHONE")["result"]["capture"]["id"], "{0.0.1}.{microphone}")
+        capture = self.document("record", "MICROPHONE", "--render", "speaker")["result"]["capture"]
+        self.assertEqual(capture["id"], "{0.0.1}.{microphone}")
 
     def test_an_ambiguous_name_lists_what_it_can_mean(self):
         candidates = self.document("play", "spea", exit_code=NO_ENDPOINT)["error"]["candidates"]
@@ -112,9 +113,9 @@ class Tests(HostTest):
         self.assertAlmostEqual(result["maxAmplitude"], 29987 / 32768 / 2, delta=0.01)
         self.assertAlmostEqual(result["maxAmplitudeDbfs"], -6.8, delta=0.2)
         self.assertEqual(result["reply"]["CoreData"]["DeviceInfo"]["AudioData"]["targetDevice"], "{0.0.0}.{speaker}")
-        silence = self.document("record", "Hörmuschel")["result"]
+        silence = self.document("record", "Hörmuschel", exit_code=FAIL)["result"]
         self.assertEqual((silence["passed"], silence["maxAmplitude"], silence["maxAmplitudeDbfs"], silence["render"]),
-                         (True, 0.0, None, None))
+                         (False, 0.0, None, None))
 
     def test_the_text_shows_verdict_endpoints_and_amplitude(self):
         code, output, errors = self.rmthost("record", "--render", "speaker")
@@ -125,15 +126,19 @@ class Tests(HostTest):
         self.assertIn(f"PASS  Audio Playback Test passed. ({RETURN['PLAYBACK_PASSED']})\n", self.rmthost("play")[1].decode())
 
     def test_a_test_that_does_not_pass_says_why(self):
-        fault = {"operation": "IAudioClient::Start", "call": 1, "status": -2004287484}
-        self.write("faulty.json", json.dumps({**MACHINE, "faults": [fault]}).encode())
-        for command in ["play", "record"]:
-            result = self.document(command, exit_code=FAIL, machine="virtual:faulty.json")["result"]
-            self.assertEqual((result["passed"], result["returnCode"]), (False, RETURN["PLATFORM"]))
-            self.assertIn("refused", result["advice"])
-        self.assertIsNone(result["maxAmplitude"])
-        text = self.rmthost("play", machine="virtual:faulty.json")[1].decode()
-        self.assertIn(f"FAIL  Microsoft API Error ({RETURN['PLATFORM']})", text)
+        for status, advice in [(0x88890026, "suspended"), (0x88890010, "ended or stopped"), (0x88890004, "went away"),
+                               (0x8889000A, "holds the endpoint"), (0x80004005, "refused an operation")]:
+            fault = {"operation": "IAudioClient::Start", "call": 1, "status": status - 2**32}
+            self.write("faulty.json", json.dumps({**MACHINE, "faults": [fault]}).encode())
+            for command, name in [("play", "Speaker"), ("record", "Microphone")]:
+                result = self.document(command, exit_code=FAIL, machine="virtual:faulty.json")["result"]
+                reason = f"Microsoft API Error: IAudioClient::Start on '{name}' gave 0x{status:08X}"
+                self.assertEqual((result["passed"], result["returnCode"], result["reason"]),
+                                 (False, RETURN["PLATFORM"], reason))
+                self.assertIn(advice, result["advice"])
+            self.assertIsNone(result["maxAmplitude"])
+        text = self.rmthost("record", machine="virtual:faulty.json")[1].decode()
+        self.assertIn(f"FAIL  {reason} ({RETURN['PLATFORM']})", text)
 
 
 class Contracts(HostTest):

@@ -55,7 +55,7 @@ ANSWERS = [(["--platform", "pulse:unix:/none", "play", ""], ""),
            (["record", "--plot=a=b"], "\tfile\t--plot=\n"),
            (["run", "play", ""], "\tfile\t\n"),
            (["run", "play", "-", ""], ""),
-           (["run", ""], "play\nrecord\n"), (["help", "li"], "list\tShow the endpoints\n"),
+           (["run", ""], "play\nrecord\n"), (["help", "lis"], "list\tShow the endpoints\n"),
            (["repeat", "play", "--fail"], "--fail-fast\tEnd at the first run that doesn't pass\n"),
            (["play", "--fail"], ""), (["list", "--names"], ""), (["man"], "")]
 
