@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <set>
 #include <vector>
 
@@ -61,6 +60,13 @@ double NumberAt(const Json& value, const std::string& place, double least, doubl
                 near.empty() ? kAdvice : fmt::format("Did you mean '{}'? {}", near, kAdvice));
 }
 
+const LimitRow& RowOf(const std::string& key, const std::string& source) {
+  for (const LimitRow& row : kRows) {
+    if (key == row.key) return row;
+  }
+  RefuseKey(source, key);
+}
+
 // The document; its keys are each looked for a second time, which the parser by itself passes over.
 Json ParseOnce(const std::string& json, const std::string& source) {
   std::set<std::string> keys;
@@ -103,10 +109,8 @@ void ReadLimits(const std::string& json, const std::string& source, Limits& limi
     } else if (key == kMaxPeak) {
       limits.maxPeak = NumberAt(value, place, 0.0, 1.0);
     } else {
-      const auto* const row = std::find_if(std::begin(kRows), std::end(kRows),
-                                           [&](const LimitRow& candidate) { return key == candidate.key; });
-      if (row == std::end(kRows)) RefuseKey(source, key);
-      limits.*row->member = NumberAt(value, place, row->least, row->most);
+      const LimitRow& row = RowOf(key, source);
+      limits.*row.member = NumberAt(value, place, row.least, row.most);
     }
   }
 }
