@@ -12,19 +12,22 @@ namespace {
 
 using State = Restoration::State;
 
+// Nothing when neither is known.
+std::optional<std::string> SettingsText(const std::optional<std::vector<float>>& levels, std::optional<bool> muted) {
+  std::vector<std::string> settings;
+  if (levels.has_value()) settings.push_back("levels " + LevelsText(*levels));
+  if (muted.value_or(false)) settings.emplace_back("muted");
+  if (settings.empty()) return std::nullopt;
+  return fmt::format("{}", fmt::join(settings, ", "));
+}
+
 EndpointRestoration Known(const Endpoint& saved) {
   EndpointRestoration known;
   known.id = saved.id;
   known.name = saved.name;
-  std::vector<std::string> before;
-  if (saved.levels.has_value()) {
-    before.push_back("levels " + LevelsText(*saved.levels));
-  } else {
-    known.unknown.emplace_back("levels");
-  }
+  known.before = SettingsText(saved.levels, saved.muted);
+  if (!saved.levels.has_value()) known.unknown.emplace_back("levels");
   if (!saved.muted.has_value()) known.unknown.emplace_back("mute");
-  if (saved.muted.value_or(false)) before.emplace_back("muted");
-  if (!before.empty()) known.before = fmt::format("{}", fmt::join(before, ", "));
   return known;
 }
 
@@ -46,6 +49,7 @@ EndpointRestoration PutBack(const Endpoint& saved) {
     (volume->SetLevels(*saved.levels) && areLevelsBack() ? done.putBack : refused).emplace_back("levels");
   }
   if (!refused.empty()) done.error = fmt::format("the audio system doesn't take its {}", fmt::join(refused, " and "));
+  done.after = SettingsText(volume->Levels(), volume->Muted());
   return done;
 }
 

@@ -15,6 +15,7 @@ namespace host {
 struct EndpointRestoration {
   std::string id, name;
   std::optional<std::string> before;  // how it was before the test, as "levels 25 % 75 %, muted"
+  std::optional<std::string> after;   // how it is now, in the same words; nothing when it can't be read
   std::vector<std::string> putBack;   // "mute", "levels": what wasn't as before, and is so again
   std::vector<std::string> unknown;   // "mute", "levels": what couldn't be read before the test
   std::optional<std::string> error;   // why it isn't as before; nothing when it is, as far as it is known
@@ -22,7 +23,8 @@ struct EndpointRestoration {
   static constexpr auto Members() {
     using E = EndpointRestoration;
     return std::tuple(Member("id", &E::id), Member("name", &E::name), Member("before", &E::before),
-                      Member("putBack", &E::putBack), Member("unknown", &E::unknown), Member("error", &E::error));
+                      Member("after", &E::after), Member("putBack", &E::putBack), Member("unknown", &E::unknown),
+                      Member("error", &E::error));
   }
 };
 
