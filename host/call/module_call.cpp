@@ -5,23 +5,32 @@
 #include <variant>
 
 #include "host/analysis/analyse.h"
+#include "host/base/new_file.h"
 #include "host/call/module.h"
 #include "host/endpoints/endpoint_choice.h"
 #include "host/endpoints/platform.h"
 #include "host/listening/listening.h"
+#include "host/listening/wav_file.h"
 #include "text/utf.h"
 
 namespace host {
 namespace {
 
-void Report(const std::variant<Recording, std::string>& listened, CallReport& report) {
+void Report(const std::variant<CapturedSound, std::string>& listened, const CallRequest& request, CallReport& report) {
   if (const std::string* reason = std::get_if<std::string>(&listened)) {
     report.notHeard = *reason;
     return;
   }
-  const Recording& recording = std::get<Recording>(listened);
-  report.findings = AnalyseRecording(recording);
-  report.heard = SummariseLoudest(recording);
+  const CapturedSound& sound = std::get<CapturedSound>(listened);
+  report.findings = AnalyseRecording(sound.recording);
+  const std::vector<std::vector<float>>& channels = sound.recording.channels;
+  if (!channels.empty()) {
+    report.heard = Summarise(channels[report.findings->referenceChannel], sound.recording.rate);
+  }
+  if (!request.saveTo.has_value() || sound.frames.empty()) return;
+  const std::error_code error = OverwriteFile(text::PathFromUtf8(*request.saveTo), WavFile(sound));
+  report.saved = !error;
+  if (error) report.notSaved = error.message();
 }
 
 bool HasPassed(Test test, const std::optional<std::string>& reply) {
@@ -40,7 +49,10 @@ CallReport CallHere(const CallRequest& request) {
     if (endsWithProcess) saved = ReachedEndpoints(ReadEndpoints(), request);
     const Module module(text::PathFromUtf8(request.module));
     std::optional<Listening> listening;
-    if (request.listenTo.has_value()) listening.emplace(request.platform, *request.listenTo);
+    if (request.listenTo.has_value()) {
+      listening.emplace(request.platform, *request.listenTo,
+                        request.saveTo.has_value() ? Kept::kFramesToo : Kept::kSamples);
+    }
 
     report.called = true;
     const auto start = std::chrono::steady_clock::now();
@@ -52,7 +64,7 @@ CallReport CallHere(const CallRequest& request) {
     report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 
     if (!HasPassed(request.test, report.reply)) report.refused = LastRefusedOperation();
-    if (listening.has_value()) Report(listening->Finish(), report);
+    if (listening.has_value()) Report(listening->Finish(), request, report);
     if (endsWithProcess) report.restored = PutBack(saved);
   } catch (const Failure& failure) {
     report.failure = failure;

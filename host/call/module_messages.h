@@ -26,12 +26,13 @@ struct CallRequest {
   std::string module;    // the file
   Test test = Test::kPlay;
   std::string contract;
-  std::optional<std::string> listenTo;  // the id of the capture endpoint to listen to meanwhile
+  std::optional<std::string> listenTo;     // the id of the capture endpoint to listen to meanwhile
+  std::optional<std::string> saveTo = {};  // the file, which is there, that takes what is heard as WAV
 
   static constexpr auto Members() {
     using R = CallRequest;
     return std::tuple(Member("platform", &R::platform), Member("module", &R::module), Member("test", &R::test),
-                      Member("contract", &R::contract), Member("listenTo", &R::listenTo));
+                      Member("contract", &R::contract), Member("listenTo", &R::listenTo), Member("saveTo", &R::saveTo));
   }
 };
 
@@ -65,9 +66,11 @@ struct CallReport {
   std::optional<std::string> reply;           // nothing when the module gave none
   std::optional<RefusedOperation> refused;    // what failed last on the platform, when the test did not pass
   std::optional<double> seconds;              // how long the call took; nothing when it didn't come back
-  std::optional<SoundSummary> heard;          // what was heard meanwhile, for a drawing
+  std::optional<SoundSummary> heard;          // what the reference channel heard, for a drawing
   std::optional<RecordingFindings> findings;  // what was right and wrong with it
   std::optional<std::string> notHeard;        // why there is nothing, when it was asked for
+  bool saved = false;                         // whether the WAV file was written
+  std::optional<std::string> notSaved;        // why not, when something was heard and asked for
   Restoration restored;
   std::optional<Failure> failure;
 
@@ -75,8 +78,8 @@ struct CallReport {
     using R = CallReport;
     return std::tuple(Member("called", &R::called), Member("reply", &R::reply), Member("refused", &R::refused),
                       Member("seconds", &R::seconds), Member("heard", &R::heard), Member("findings", &R::findings),
-                      Member("notHeard", &R::notHeard), Member("restored", &R::restored),
-                      Member("failure", &R::failure));
+                      Member("notHeard", &R::notHeard), Member("saved", &R::saved), Member("notSaved", &R::notSaved),
+                      Member("restored", &R::restored), Member("failure", &R::failure));
   }
 };
 

@@ -1,6 +1,9 @@
 #include "host/commands/guarded_run.h"
 
+#include <fmt/chrono.h>
+
 #include <chrono>
+#include <ctime>
 
 #include "host/call/guarded_call.h"
 #include "host/call/log_excerpt.h"
@@ -45,7 +48,7 @@ void RunModule(const CallRequest& request, const Options& options, const Interru
     run.call = CallGuarded(request, std::chrono::duration<double>(options.timeout), interruption);
   }
   run.log = text::Utf8FromPath(LogFile());
-  if (options.verbose) run.logLines = log.Lines();
+  if (options.verbose || options.report.has_value()) run.logLines = log.Lines();
   run.failure = run.call.failure;
   if (run.failure.has_value() || !run.call.reply.has_value()) return;
   run.outcome = ReadOutcome(*run.call.reply);
@@ -75,18 +78,22 @@ void Conclude(const RunRecord& run, CommandResult& result) {
 }
 
 RunRecord RunOnEndpoints(const Options& options, const std::string& platform, const Interruption& interruption,
-                         const Progress::Span& span) {
+                         const Progress::Span& span, const std::optional<std::string>& saveTo) {
   RunRecord run;
   run.test = options.test;
+  run.began = fmt::format("{:%Y-%m-%d %H:%M:%S %z}", fmt::localtime(std::time(nullptr)));
+  run.platform = platform;
+  run.module = ModuleFile(options);
   run.limits = LimitsInForce(LimitsGiven(options), options.render.has_value());
   ChooseEndpoints(options, platform, run);
   const ContractEndpoints ids{.capture = run.capture.has_value() ? run.capture->id : "",
                               .render = run.render.has_value() ? run.render->id : ""};
   CallRequest request{.platform = platform,
-                      .module = ModuleFile(options),
+                      .module = run.module,
                       .test = run.test,
                       .contract = BuildContract(run.test, ids),
-                      .listenTo = {}};
+                      .listenTo = {},
+                      .saveTo = saveTo};
   if (run.capture.has_value()) request.listenTo = run.capture->id;
   RunModule(request, options, interruption, span, run);
   return run;

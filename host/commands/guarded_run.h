@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "host/base/interruption.h"
@@ -21,9 +22,10 @@ void RunModule(const CallRequest& request, const Options& options, const Interru
 // outcomes.
 void Conclude(const RunRecord& run, CommandResult& result);
 
-// Chooses the endpoints that the options name, runs the test once, listening to a capture endpoint beside the module, and judges it. Throws Failure when the module wasn't
-// called.
+// Chooses the endpoints that the options name, runs the test once, listening to a capture endpoint beside the module, and
+// judges it. What was heard goes into the file `saveTo`, which is there, if one is given. Throws Failure when the module
+// wasn't called.
 RunRecord RunOnEndpoints(const Options& options, const std::string& platform, const Interruption& interruption,
-                         const Progress::Span& span);
+                         const Progress::Span& span, const std::optional<std::string>& saveTo = std::nullopt);
 
 }  // namespace host

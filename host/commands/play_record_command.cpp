@@ -1,14 +1,14 @@
 #include <fmt/format.h>
 
-#include <filesystem>
-#include <fstream>
-
+#include "host/base/output_file.h"
 #include "host/base/system.h"
 #include "host/commands/commands.h"
 #include "host/commands/guarded_run.h"
 #include "host/endpoints/platform.h"
+#include "host/report/report_page.h"
 #include "host/report/run_json.h"
 #include "host/report/run_text.h"
+#include "host/report/run_words.h"
 #include "host/report/svg_plot.h"
 #include "host/report/terminal_plot.h"
 #include "text/utf.h"
@@ -16,37 +16,43 @@
 namespace host {
 namespace {
 
-constexpr double kToneHz = 1200.0;  // of the record test
-
-// 0 without a tone.
-double ToneHz(const RunRecord& run) { return run.render.has_value() ? kToneHz : 0.0; }
-
-// Writes a drawing: the file is there as a whole, or as it was before. Throws Failure.
-void WritePlot(const std::string& file, const std::string& drawing) {
-  const std::filesystem::path path = text::PathFromUtf8(file);
-  const std::filesystem::path part = text::PathFromUtf8(file + ".part");
-  std::ofstream stream(part, std::ios::binary);
-  stream << drawing;
-  stream.close();
-  std::error_code error;
-  if (stream) std::filesystem::rename(part, path, error);
-  if (stream && !error) return;
-  std::filesystem::remove(part, error);
-  throw Failure(ExitCode::kBroken, fmt::format("The plot can't be written to '{}'.", file),
-                "Give --plot a file in a folder that is there and can be written to.");
-}
-
-// Draws into the file that was asked for, and notes it in `run`. Gives why it could not be written.
-std::optional<Failure> DrawPlot(const Options& options, RunRecord& run) {
-  if (!options.plot.has_value() || !run.call.heard.has_value()) return std::nullopt;
-  const std::string title = fmt::format("{}: {}", run.Tested().name, run.verdict.word);
-  try {
-    WritePlot(*options.plot, SvgPlot(*run.call.heard, title, ToneHz(run)));
-  } catch (const Failure& failure) {
-    return failure;
+// The files that the options name, all of them found to be writable before a tone is played.
+struct OutputFiles {
+  explicit OutputFiles(const Options& options) {
+    if (options.plot.has_value()) plot.emplace(*options.plot, ".svg", "--plot");
+    if (options.report.has_value()) report.emplace(*options.report, ".html", "--report");
+    if (options.save.has_value()) save.emplace(*options.save, ".wav", "--save");
   }
-  run.plot = options.plot;
-  return std::nullopt;
+
+  std::optional<OutputFile> plot, report, save;
+};
+
+// Writes the files that were asked for and that there is something for, and notes them in `run`. Gives why the first that
+// could not be written couldn't.
+std::optional<Failure> WriteFiles(OutputFiles& files, RunRecord& run) {
+  std::optional<Failure> failure;
+  const auto finish = [&](std::optional<OutputFile>& file, std::optional<std::string>& written, const auto& fill) {
+    if (!file.has_value()) return;
+    try {
+      fill(*file);
+      file->Commit();
+      written = file->Name();
+    } catch (const Failure& reason) {
+      if (!failure.has_value()) failure = reason;
+    }
+  };
+  if (run.call.saved || run.call.notSaved.has_value()) {
+    finish(files.save, run.save, [&](const OutputFile& file) {
+      if (run.call.notSaved.has_value()) throw file.NotWritten(*run.call.notSaved);
+    });
+  }
+  if (run.call.heard.has_value()) {
+    finish(files.plot, run.plot, [&](const OutputFile& file) { file.Write(SvgPlot(run)); });
+  }
+  // Whoever interrupts a test wants none of it in the place of the report before.
+  const bool isInterrupted = run.failure.has_value() && run.failure->exitCode == ExitCode::kInterrupted;
+  if (!isInterrupted) finish(files.report, run.report, [&](const OutputFile& file) { file.Write(ReportPage(run)); });
+  return failure;
 }
 
 std::string PlotText(const RunRecord& run, const Options& options, const Style& style) {
@@ -55,31 +61,47 @@ std::string PlotText(const RunRecord& run, const Options& options, const Style& 
     text += "\n" + TerminalPlot(*run.call.heard, style, ToneHz(run));
   }
   if (run.call.notHeard.has_value()) text += fmt::format("\nNot heard: {}\n", text::Printable(*run.call.notHeard));
-  if (run.plot.has_value()) text += fmt::format("\nplot: {}\n", text::Printable(*run.plot));
+  return text;
+}
+
+std::string FilesText(const RunRecord& run) {
+  std::string text;
+  const auto add = [&](const char* what, const std::optional<std::string>& file) {
+    if (!file.has_value()) return;
+    text += fmt::format("{}{}: {}\n", text.empty() ? "\n" : "", what, text::Printable(*file));
+  };
+  add("plot", run.plot);
+  add("report", run.report);
+  add("sound", run.save);
   return text;
 }
 
 }  // namespace
 
 CommandResult PlayOrRecord(const Options& options, const Style& style) {
-  const std::string platform = ChoosePlatform(options.platform);
   const Interruption interruption;
-  RunRecord run =
-      RunOnEndpoints(options, platform, interruption, {.label = options.test == Test::kPlay ? "playing" : "recording"});
-  const std::optional<Failure> notDrawn = DrawPlot(options, run);
+  OutputFiles files(options);
+  const std::string platform = ChoosePlatform(options.platform);
+  const std::optional<std::string> saveTo =
+      files.save.has_value() ? std::optional(files.save->Temporary()) : std::nullopt;
+  RunRecord run = RunOnEndpoints(options, platform, interruption,
+                                 {.label = options.test == Test::kPlay ? "playing" : "recording"}, saveTo);
+  const std::optional<Failure> notWritten = WriteFiles(files, run);
+  // A report has the log always.
+  if (!options.verbose) run.logLines.reset();
 
   CommandResult result;
   Conclude(run, result);
   const std::string restored = RestorationText(run.call.restored) + "\n";
   if (run.outcome.has_value()) {
-    result.text = RunText(run, style) + PlotText(run, options, style) + LogText(run) + "\n" + restored;
+    result.text = RunText(run, style) + PlotText(run, options, style) + FilesText(run) + LogText(run) + "\n" + restored;
   } else {
-    result.notes += LogText(run) + restored;
+    result.notes += LogText(run) + restored + FilesText(run);
   }
   result.json = RunJson(platform, run, options.plotData);
-  if (notDrawn.has_value()) {
-    if (!result.failure.has_value()) result.failure = notDrawn;
-    if (result.exitCode == ExitCode::kPass) result.exitCode = notDrawn->exitCode;
+  if (notWritten.has_value()) {
+    if (!result.failure.has_value()) result.failure = notWritten;
+    if (result.exitCode == ExitCode::kPass) result.exitCode = notWritten->exitCode;
   }
   return result;
 }

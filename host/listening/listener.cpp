@@ -24,7 +24,7 @@ void Require(HRESULT status, const char* operation) {
   throw Refusal(fmt::format("{} gave 0x{:08X}", operation, static_cast<std::uint32_t>(status)));
 }
 
-void Append(const BYTE* frames, UINT32 count, const platform::SampleFormat& format, Recording& recording) {
+void AppendSamples(const BYTE* frames, UINT32 count, const platform::SampleFormat& format, Recording& recording) {
   for (std::size_t channel = 0; channel < recording.channels.size(); ++channel) {
     const BYTE* sample = frames + channel * format.SampleBytes();
     for (UINT32 frame = 0; frame < count; ++frame, sample += format.FrameBytes()) {
@@ -78,14 +78,17 @@ void Listener::Open(IMMDevice& device) {
   Require(client_->Start(), "IAudioClient::Start");
 }
 
-Recording Listener::Drain() {
+CapturedSound Listener::Drain(Kept kept) {
   Require(client_->Stop(), "IAudioClient::Stop");
-  Recording recording{.rate = static_cast<double>(format_.rate), .channels = {}, .discontinuities = {}};
+  CapturedSound sound{.recording = {.rate = static_cast<double>(format_.rate), .channels = {}, .discontinuities = {}},
+                      .format = format_,
+                      .frames = {}};
+  Recording& recording = sound.recording;
   recording.channels.resize(format_.channels);
   UINT32 packet = 0;
   for (;;) {
     Require(service_->GetNextPacketSize(&packet), "IAudioCaptureClient::GetNextPacketSize");
-    if (packet == 0 || recording.Frames() > bufferFrames_) return recording;
+    if (packet == 0 || recording.Frames() > bufferFrames_) return sound;
     BYTE* data = nullptr;
     DWORD flags = 0;
     Require(service_->GetBuffer(&data, &packet, &flags, nullptr, nullptr), "IAudioCaptureClient::GetBuffer");
@@ -93,20 +96,24 @@ Recording Listener::Drain() {
     if ((flags & AUDCLNT_BUFFERFLAGS_DATA_DISCONTINUITY) != 0 && recording.Frames() > 0) {
       recording.discontinuities.push_back(recording.Frames());
     }
-    if ((flags & AUDCLNT_BUFFERFLAGS_SILENT) != 0) {
+    const bool isSilent = (flags & AUDCLNT_BUFFERFLAGS_SILENT) != 0;
+    const std::size_t bytes = std::size_t{packet} * format_.FrameBytes();
+    if (isSilent) {
       for (auto& channel : recording.channels) channel.resize(channel.size() + packet, 0.0F);
+      if (kept == Kept::kFramesToo) sound.frames.append(bytes, static_cast<char>(format_.SilentByte()));
     } else {
-      Append(data, packet, format_, recording);
+      AppendSamples(data, packet, format_, recording);
+      if (kept == Kept::kFramesToo) sound.frames.append(reinterpret_cast<const char*>(data), bytes);
     }
     Require(service_->ReleaseBuffer(packet), "IAudioCaptureClient::ReleaseBuffer");
   }
 }
 
-Recording Listener::Finish() {
-  Recording recording = Drain();
+CapturedSound Listener::Finish(Kept kept) {
+  CapturedSound sound = Drain(kept);
   service_.Reset();
   client_.Reset();
-  return recording;
+  return sound;
 }
 
 }  // namespace host

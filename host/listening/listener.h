@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "host/analysis/recording.h"
+#include "host/listening/captured_sound.h"
 #include "platform/com_ptr.h"
 #include "platform/core_audio.h"
 #include "platform/sample_format.h"
@@ -19,13 +19,13 @@ class Listener {
   // that can't be.
   explicit Listener(const std::string& captureId);
 
-  // Ends listening, releases all of the platform, and gives what was heard. Throws std::runtime_error like the
-  // constructor. Called once.
-  Recording Finish();
+  // Ends listening, releases all of the platform, and gives what was heard, with the frames themselves when `kept` asks
+  // for them. Throws std::runtime_error like the constructor. Called once.
+  CapturedSound Finish(Kept kept);
 
  private:
   void Open(IMMDevice& device);
-  Recording Drain();
+  CapturedSound Drain(Kept kept);
 
   platform::SampleFormat format_;
   UINT32 bufferFrames_ = 0;

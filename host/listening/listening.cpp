@@ -8,19 +8,19 @@
 namespace host {
 namespace {
 
-Recording ListenUntil(const std::future<void>& end, const std::string& platform, const std::string& captureId,
-                      std::promise<void> begun) {
+CapturedSound ListenUntil(const std::future<void>& end, const std::string& platform, const std::string& captureId,
+                          Kept kept, std::promise<void> begun) {
   // `begun` is let go, and so tells, also when an exception ends this.
   const Platform connection(platform);
   Listener listener(captureId);
   begun.set_value();
   end.wait();
-  return listener.Finish();
+  return listener.Finish(kept);
 }
 
 }  // namespace
 
-Listening::Listening(const std::string& platform, const std::string& captureId) {
+Listening::Listening(const std::string& platform, const std::string& captureId, Kept kept) : kept_(kept) {
   if (EndsWithProcess(platform)) {
     try {
       here_.emplace(captureId);
@@ -31,14 +31,14 @@ Listening::Listening(const std::string& platform, const std::string& captureId) 
   }
   std::promise<void> begun;
   const std::future<void> hasBegun = begun.get_future();
-  there_ = std::async(std::launch::async, ListenUntil, end_.get_future(), platform, captureId, std::move(begun));
+  there_ = std::async(std::launch::async, ListenUntil, end_.get_future(), platform, captureId, kept, std::move(begun));
   hasBegun.wait();
 }
 
-std::variant<Recording, std::string> Listening::Finish() {
+std::variant<CapturedSound, std::string> Listening::Finish() {
   if (!trouble_.empty()) return trouble_;
   try {
-    if (here_.has_value()) return here_->Finish();
+    if (here_.has_value()) return here_->Finish(kept_);
     end_.set_value();
     return there_.get();
   } catch (const std::exception& error) {

@@ -17,15 +17,16 @@ class Listening {
  public:
   // `platform` as --platform takes it, but for "auto". Returns when listening has begun, or can't; an audio system that
   // won't have it is never an error of the test.
-  Listening(const std::string& platform, const std::string& captureId);
+  Listening(const std::string& platform, const std::string& captureId, Kept kept);
 
   // Ends listening. What was heard, or a sentence on why there is nothing. Called once.
-  std::variant<Recording, std::string> Finish();
+  std::variant<CapturedSound, std::string> Finish();
 
  private:
+  const Kept kept_;
   std::optional<Listener> here_;
   std::string trouble_;  // why nothing listens here
-  std::future<Recording> there_;
+  std::future<CapturedSound> there_;
   std::promise<void> end_;  // after there_, so that the thread is told to end before it is waited for
 };
 

@@ -126,14 +126,4 @@ std::optional<SoundSummary> Summarise(std::span<const float> samples, double rat
   return summary;
 }
 
-std::optional<SoundSummary> SummariseLoudest(const Recording& recording) {
-  const auto peak = [](const std::vector<float>& samples) {
-    float largest = 0.0F;
-    for (const float sample : samples) largest = std::max(largest, std::abs(sample));
-    return largest;
-  };
-  const auto loudest = std::ranges::max_element(recording.channels, {}, peak);
-  return loudest == recording.channels.end() ? std::nullopt : Summarise(*loudest, recording.rate);
-}
-
 }  // namespace host

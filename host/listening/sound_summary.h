@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "host/analysis/recording.h"
 #include "host/base/member.h"
 
 namespace host {
@@ -47,8 +46,5 @@ struct SoundSummary {
 // Boils down the samples of one channel, at `rate` Hz. Nothing when they are too few for a spectrum, a twelfth of a
 // second or so, or the rate is below 100 Hz.
 std::optional<SoundSummary> Summarise(std::span<const float> samples, double rate);
-
-// The same of the channel with the largest peak: a mean over the channels could cancel what they carry.
-std::optional<SoundSummary> SummariseLoudest(const Recording& recording);
 
 }  // namespace host

@@ -58,10 +58,12 @@ std::string WithReply(const Json& json, const RunRecord& run) {
 std::string RunJson(const std::string& platform, const RunRecord& run, bool plotData) {
   Json json = {{"platform", platform}};
   AddRun(run, json);
+  json["report"] = run.report;
   if (run.test == Test::kRecord) {
     json["findings"] = run.call.findings;
     json["notHeard"] = run.call.notHeard;
     json["plot"] = run.plot;
+    json["save"] = run.save;
     if (plotData) json["plotData"] = run.call.heard;
   }
   return WithReply(json, run);

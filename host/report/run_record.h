@@ -13,6 +13,9 @@ namespace host {
 // One run of a test, with all that the host has learned of it.
 struct RunRecord {
   Test test = Test::kPlay;
+  std::string began;                // when, as "2026-11-23 08:10:05 +0100"
+  std::string platform;             // as --platform, but for "auto"
+  std::string module;               // its file
   std::optional<Endpoint> capture;  // the endpoints as they were chosen; none for a contract given
   std::optional<Endpoint> render;   // nothing also for a record test that only listens
   Limits limits;
@@ -22,7 +25,7 @@ struct RunRecord {
   Verdict verdict{.passed = false, .word = "failed"};
   std::string log;                                   // the module's log file
   std::optional<std::vector<std::string>> logLines;  // what came to it meanwhile; with --verbose
-  std::optional<std::string> plot;                   // the file that was drawn
+  std::optional<std::string> plot, report, save;     // the files that were written
 
   bool Passed() const { return verdict.passed; }
   // Nothing when the module measured none.

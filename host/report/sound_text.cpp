@@ -10,6 +10,8 @@
 namespace host {
 namespace {
 
+constexpr double kSilentPeak = 0.001;  // -60 dBFS
+
 std::string Level(double amplitude) {
   return amplitude > 0.0 ? fmt::format("{:.1f} dBFS", Decibels(amplitude)) : "none";
 }
@@ -17,14 +19,22 @@ std::string Level(double amplitude) {
 }  // namespace
 
 std::vector<std::string> SoundFigures(const SoundSummary& sound) {
-  std::vector<std::string> figures = {"peak " + Level(sound.peak), "RMS " + Level(sound.rms),
-                                      "noise floor " + Level(sound.noiseFloor)};
+  if (sound.peak <= 0.0) return {SilenceText(sound)};
+  std::vector<std::string> figures = {IsSilent(sound) ? SilenceText(sound) : "peak " + Level(sound.peak),
+                                      "RMS " + Level(sound.rms), "noise floor " + Level(sound.noiseFloor)};
   if (sound.dominantHz > 0.0) figures.push_back("strongest at " + FrequencyText(sound.dominantHz));
   if (sound.fullScaleSamples > 0) {
     figures.push_back(
         fmt::format("{} sample{} at full scale", sound.fullScaleSamples, sound.fullScaleSamples == 1 ? "" : "s"));
   }
   return figures;
+}
+
+bool IsSilent(const SoundSummary& sound) { return sound.peak < kSilentPeak; }
+
+std::string SilenceText(const SoundSummary& sound) {
+  if (sound.peak <= 0.0) return "silence";
+  return fmt::format("as good as silence: never above {:.0f} dBFS", Decibels(sound.peak));
 }
 
 std::string FrequencyText(double hertz) {
@@ -34,13 +44,13 @@ std::string FrequencyText(double hertz) {
 
 double WaveformScale(double peak) {
   double scale = 1.0;
-  for (double decade = 1.0; decade > 0.0005; decade /= 10.0) {
+  if (peak < kSilentPeak) return scale;
+  for (double decade = 1.0;; decade /= 10.0) {
     for (const double step : {1.0, 0.5, 0.2}) {
-      if (step * decade < std::max(peak, 0.001)) return scale;
+      if (step * decade < peak) return scale;
       scale = step * decade;
     }
   }
-  return scale;
 }
 
 double SpectrumPosition(const SoundSummary& sound, double hertz) {

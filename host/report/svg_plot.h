@@ -2,13 +2,12 @@
 
 #include <string>
 
-#include "host/listening/sound_summary.h"
+#include "host/report/run_record.h"
 
 namespace host {
 
-// An SVG document (W3C, "Scalable Vector Graphics 1.1") that stands by itself: the waveform above, the spectrum below,
-// and the figures. `title` is any UTF-8 text, best a short one. `toneHz` is where the tone's band is marked; 0 for no
-// tone.
-std::string SvgPlot(const SoundSummary& sound, const std::string& title, double toneHz);
+// What a run heard as an SVG document that stands by itself: the verdict, the endpoints, when and by what it was
+// tested, the checks, and below them the diagrams. The run must have heard something.
+std::string SvgPlot(const RunRecord& run);
 
 }  // namespace host

@@ -15,6 +15,9 @@ constexpr int kRows = 6;
 constexpr int kMargin = 8;  // columns for the labels
 constexpr int kFewestColumns = 20, kMostColumns = 120;
 constexpr double kLowestDrawn = -120.0;  // dBFS
+// The levels of the spectrum, from the lowest drawn to 0 dBFS.
+constexpr std::array<const char*, 9> kBlocks = {" ", "▁", "▂", "▃", "▄", "▅", "▆", "▇", "█"};
+constexpr std::array<const char*, 9> kPlainBlocks = {" ", ".", ":", "-", "=", "+", "*", "#", "@"};
 
 // A cell of the waveform has so many dots; in ASCII it is one dot or none.
 struct Grid {
@@ -90,8 +93,6 @@ std::string Waveform(const SoundSummary& sound, int columns, const Style& style)
 }
 
 std::string SpectrumLine(const SoundSummary& sound, int columns, const Style& style) {
-  static constexpr std::array<const char*, 9> kBlocks = {" ", "▁", "▂", "▃", "▄", "▅", "▆", "▇", "█"};
-  static constexpr std::array<const char*, 9> kPlainBlocks = {" ", ".", ":", "-", "=", "+", "*", "#", "@"};
   const auto& blocks = style.unicode ? kBlocks : kPlainBlocks;
   const std::size_t bands = sound.spectrum.size(), width = static_cast<std::size_t>(columns);
   std::string text = fmt::format("{:>{}} ", "20 Hz", kMargin - 1);
@@ -104,6 +105,14 @@ std::string SpectrumLine(const SoundSummary& sound, int columns, const Style& st
     text += blocks[static_cast<std::size_t>(std::lround(share * 8.0))];
   }
   return text + " " + FrequencyText(sound.highestHz) + "\n";
+}
+
+// What the cells of the spectrum mean.
+std::string SpectrumScale(const Style& style) {
+  const auto& blocks = style.unicode ? kBlocks : kPlainBlocks;
+  std::string text = fmt::format("{:{}}{:.0f} dB ", "", kMargin, kLowestDrawn);
+  for (const char* block : blocks) text += block;
+  return text + " 0 dBFS\n";
 }
 
 std::string FigureLines(const SoundSummary& sound, int columns) {
@@ -126,9 +135,11 @@ std::string TerminalPlot(const SoundSummary& sound, const Style& style, double t
   const int width = std::clamp(style.columns - 1, kFewestColumns, kMostColumns) - kMargin - endLabel;
   std::string text = FigureLines(sound, kMargin + width + endLabel);
   text += Waveform(sound, width, style) + SpectrumLine(sound, width, style);
-  if (toneHz <= SoundSummary::kLowestHz || toneHz >= sound.highestHz) return text;
-  const int place = static_cast<int>(SpectrumPosition(sound, toneHz) * width);
-  return text + fmt::format("{:{}}^ tone, {}\n", "", kMargin + place, FrequencyText(toneHz));
+  if (toneHz > SoundSummary::kLowestHz && toneHz < sound.highestHz) {
+    const int place = static_cast<int>(SpectrumPosition(sound, toneHz) * width);
+    text += fmt::format("{:{}}^ tone, {}\n", "", kMargin + place, FrequencyText(toneHz));
+  }
+  return text + SpectrumScale(style);
 }
 
 }  // namespace host

@@ -16,6 +16,8 @@ constexpr const char* kHelpWord = "help";
 constexpr const char* kFurtherOptions = "The options of 'rmthost --help' are taken here too.\n";
 constexpr const char* kContractHelp = "A file of JSON, UTF-8 or UTF-16LE with a byte order mark; - for standard input";
 
+constexpr const char* kReportHelp = "Write verdict, checks, pictures, settings and log as a page into an HTML file";
+
 constexpr int kMostRuns = 100000;
 
 constexpr const char* kCheckHelp =
@@ -107,10 +109,18 @@ void AddCommands(CLI::App& app, Options& options) {
   };
   add(Command::kList, "Show the endpoints");
 
-  answer(AddPlay(app, options), Command::kPlay, Test::kPlay);
+  const auto addReport = [&](CLI::App& command) {
+    AddText(command, "--report", options.report, kReportHelp)->option_text("FILE");
+  };
+  CLI::App* play = AddPlay(app, options);
+  answer(play, Command::kPlay, Test::kPlay);
+  addReport(*play);
   CLI::App* record = AddRecord(app, options);
   answer(record, Command::kRecord, Test::kRecord);
   AddText(*record, "--plot", options.plot, "Draw what was heard, waveform and spectrum, into an SVG file")
+      ->option_text("FILE");
+  addReport(*record);
+  AddText(*record, "--save", options.save, "Write what was heard, all channels as they were captured, into a WAV file")
       ->option_text("FILE");
   record->add_flag("--no-plot", options.noPlot, "Draw nothing on the terminal")->disable_flag_override();
   record->add_flag("--plot-data", options.plotData, "Add to the JSON document what a drawing is made from")

@@ -9,7 +9,6 @@
 
 #include "host/base/json.h"
 #include "host/listening/sound_summary.h"
-#include "host/report/svg_plot.h"
 #include "host/report/terminal_plot.h"
 #include "platform/sample_format.h"
 
@@ -84,13 +83,6 @@ TEST(SoundSummary, ComesBackFromJson) {
   }
 }
 
-TEST(SoundSummary, IsOfTheLoudestChannel) {
-  Recording recording{.rate = 48000, .channels = {}, .discontinuities = {}};
-  EXPECT_FALSE(SummariseLoudest(recording).has_value());
-  for (const double amplitude : {0.1, 0.5, 0.2}) recording.channels.push_back(Sound(48000, 1200, amplitude, 0.0));
-  EXPECT_NEAR(SummariseLoudest(recording)->peak, 0.5, 1e-3);
-}
-
 TEST(SampleFormat, ReadsEveryKindOfSample) {
   struct Case {
     WORD tag, bits;
@@ -119,7 +111,18 @@ TEST(TerminalPlot, KeepsToTheTerminal) {
       EXPECT_LT(end - begin, static_cast<std::size_t>(columns)) << plot;
     }
     EXPECT_NE(plot.find("^ tone, 1.2 kHz\n"), std::string::npos);
+    EXPECT_NE(plot.find("-120 dB  .:-=+*#@ 0 dBFS\n"), std::string::npos);
     EXPECT_EQ(plot.find_first_of("\x80\xE2\x1B"), std::string::npos);
+  }
+}
+
+TEST(TerminalPlot, ShowsSilenceAsSilence) {
+  for (const double noise : {0.0, 0.0001}) {
+    const std::string plot = TerminalPlot(*Summarise(Sound(48000, 1200, 0.0, noise), 48000), {.columns = 80});
+    EXPECT_NE(plot.find("silence"), std::string::npos) << plot;
+    EXPECT_NE(plot.find("+1 "), std::string::npos) << plot;
+    // A flat line, and one in the spectrum's scale.
+    EXPECT_EQ(std::count(plot.begin(), plot.end(), '#'), 64 + 1) << plot;
   }
 }
 
