@@ -12,8 +12,11 @@ namespace {
 
 // What counts as a top: within this share of the largest sample.
 constexpr double kTopShare = 0.005;
-// A tone of fewer steps of its format has flat tops anyway.
-constexpr double kLeastSteps = 16.0;
+// A tone of fewer steps of its format has flat tops anyway. With up to kFewSteps it depends on where its peak lies between
+// two steps how flat they are, and the peak isn't known that well: these gains around the one that was fitted are tried.
+constexpr double kLeastSteps = 6.0;
+constexpr double kFewSteps = 40.0;
+constexpr double kGainsTried[] = {1.0, 0.92, 0.94, 0.96, 0.98, 1.02, 1.04, 1.06, 1.08};
 // On one side of zero; below this the tops may be the tone's own.
 constexpr double kLeastFlatShare = 0.002;
 constexpr double kMergeSeconds = 0.03;
@@ -44,6 +47,20 @@ std::vector<std::size_t> FindTops(std::span<const double> samples, const Synthes
   return tops;
 }
 
+// How many the tone itself has in as coarse a format.
+std::size_t CountOwnTops(const SynthesizedTone& synthesized, double sign, double step, double peak) {
+  std::size_t most = 0;
+  for (const double gain : kGainsTried) {
+    std::vector<double> rounded = synthesized.samples;
+    if (step > 0.0) {
+      for (double& sample : rounded) sample = std::round(gain * sample / step) * step;
+    }
+    most = std::max(most, FindTops(rounded, synthesized, sign, step).size());
+    if (peak >= kFewSteps * step) break;
+  }
+  return most;
+}
+
 // From a list of samples in order of time.
 std::vector<ClippedStretch> MergeTops(std::span<const std::size_t> tops, double rate) {
   std::vector<ClippedStretch> stretches;
@@ -58,19 +75,15 @@ std::vector<ClippedStretch> MergeTops(std::span<const std::size_t> tops, double 
   return stretches;
 }
 
-// The samples in tops, beyond the share that the tone itself has in as coarse a format.
+// The samples in tops, beyond those that the tone itself has.
 void FindFlatTops(std::span<const double> samples, double rate, const SynthesizedTone& synthesized, double peak,
                   ClippingFindings& findings) {
   const double step = FindStep(samples);
   if (peak < kLeastSteps * step) return;
-  std::vector<double> rounded = synthesized.samples;
-  if (step > 0.0) {
-    for (double& sample : rounded) sample = std::round(sample / step) * step;
-  }
   std::vector<std::size_t> clipped;
   for (const double sign : {1.0, -1.0}) {
     const std::vector<std::size_t> tops = FindTops(samples, synthesized, sign, step);
-    const std::size_t own = FindTops(rounded, synthesized, sign, step).size();
+    const std::size_t own = CountOwnTops(synthesized, sign, step, peak);
     const double share = (static_cast<double>(tops.size()) - static_cast<double>(own)) /
                          static_cast<double>(std::max<std::size_t>(1, synthesized.undisturbedSamples));
     findings.flatShare += share;

@@ -5,6 +5,7 @@
 
 #include "host/analysis/delay_search.h"
 #include "host/analysis/level.h"
+#include "host/analysis/silences.h"
 
 namespace host {
 namespace {
@@ -15,15 +16,15 @@ using Complex = std::complex<double>;
 constexpr double kMergeSeconds = 0.015;
 // An echo needs this long to become steady, and until then the tone isn't as expected.
 constexpr double kSettlingSeconds = 0.22;
+constexpr double kUnsteadySeconds = 0.004;
 constexpr double kEndingSeconds = 0.05;  // where little but echoes is left of it
 // How much earlier a repeated sound was heard first, and the share of what the tone misses that it may miss.
 constexpr double kLeastRepeatSeconds = 0.0005;
 constexpr double kMostRepeatSeconds = 0.05;
 constexpr double kRepeatShare = 0.25;
-constexpr double kRepeatShareSettling = 0.05;
-constexpr double kLongestRepeatSeconds = 0.025;
 constexpr double kHostSeconds = 0.015;
 constexpr double kLoudPower = 1.0 / 16.0;  // of the envelope's peak
+constexpr double kEarlyLoudPower = 1.0 / 32.0;
 // A delay is believed when this much of the peak was heard with it or it lasted this
 // long, and all but this share of the energy is explained.
 constexpr double kConvincingPower = 0.25;
@@ -108,8 +109,22 @@ std::vector<Run> FindRuns(const ToneSearch& search, double peak) {
   return runs;
 }
 
+// Whether echoes build up around a run: more than a moment at the tone's begin isn't explained, the run itself excepted.
+bool IsBuildingUp(const ToneSearch& search, const Run& run) {
+  const double perValue = search.baseband.SecondsPerValue();
+  const auto margin = static_cast<std::size_t>(kSmearSeconds / perValue);
+  const auto settled = search.timeline.first + static_cast<std::size_t>(kSettlingSeconds / perValue);
+  if (run.first >= settled) return false;
+  std::size_t unexplained = 0;
+  for (std::size_t m = search.timeline.first; m < std::min(settled, search.timeline.last); ++m) {
+    const bool own = m + margin >= run.first && m < run.last + margin;
+    unexplained += !own && search.timeline.states[m] == ToneTimeline::kOther ? 1 : 0;
+  }
+  return static_cast<double>(unexplained) * perValue > kUnsteadySeconds;
+}
+
 // Whether the tone as it was some time before explains these values far better than the tone itself does.
-bool IsRepeated(const ToneSearch& search, const Run& run, double share) {
+bool IsRepeated(const ToneSearch& search, const Run& run) {
   // At its edges the baseband's window shows both.
   const std::size_t edge = run.last - run.first > 6 ? 2 : 0;
   double energy = 0.0;
@@ -121,7 +136,7 @@ bool IsRepeated(const ToneSearch& search, const Run& run, double share) {
   const double delay = search.timeline.delays[run.before];
   const DelayedFit found = FindDelay(search.baseband, search.tone, run.first + edge, run.last - edge,
                                      delay + kLeastRepeatSeconds, delay + kMostRepeatSeconds);
-  return energy - found.explained < share * missed;
+  return energy - found.explained < kRepeatShare * missed;
 }
 
 bool IsSilent(const ToneSearch& search, const Run& run) {
@@ -135,13 +150,34 @@ bool IsSilent(const ToneSearch& search, const Run& run) {
   return expected > 0.0 && silent > kSilentShare * expected;
 }
 
-InterruptionKind KindOf(const ToneSearch& search, const Run& run, bool brief, bool settling, double shiftSeconds) {
+InterruptionKind KindOf(const ToneSearch& search, const Run& run, bool brief, double shiftSeconds) {
   // Where the tone goes on in another phase, it is silent for a moment as the baseband shows it.
   if (!(brief && shiftSeconds != 0.0) && IsSilent(search, run)) return InterruptionKind::kGap;
   if (shiftSeconds > 0.0) return InterruptionKind::kRepeat;
   if (shiftSeconds < 0.0) return InterruptionKind::kLoss;
-  return IsRepeated(search, run, settling ? kRepeatShareSettling : kRepeatShare) ? InterruptionKind::kRepeat
-                                                                                 : InterruptionKind::kDisturbance;
+  return IsRepeated(search, run) ? InterruptionKind::kRepeat : InterruptionKind::kDisturbance;
+}
+
+// Adds what falls silent while an echo builds up, when the tone isn't as expected anyway.
+void AddEarlySilences(const ToneSearch& search, double peak, std::vector<ToneInterruption>& interruptions) {
+  const Baseband& baseband = search.baseband;
+  const auto settled = search.timeline.first + static_cast<std::size_t>(kSettlingSeconds / baseband.SecondsPerValue());
+  const std::size_t last = std::min(search.timeline.last, settled);
+  for (const auto& [begin, end] : FindSilences(baseband, search.timeline.first, last, kEarlyLoudPower * peak)) {
+    ToneInterruption silence;
+    silence.beginSeconds = (baseband.Seconds(begin) - 0.5 * kSmearSeconds) / search.speed;
+    silence.lengthSeconds =
+        (static_cast<double>(end - begin) * baseband.SecondsPerValue() + kSmearSeconds) / search.speed;
+    silence.levelDb = kSilenceDb;
+    const double middle = silence.beginSeconds + 0.5 * silence.lengthSeconds;
+    const bool isKnown = std::any_of(interruptions.begin(), interruptions.end(), [&](const ToneInterruption& known) {
+      return middle > known.beginSeconds - kSmearSeconds &&
+             middle < known.beginSeconds + known.lengthSeconds + kSmearSeconds;
+    });
+    if (!isKnown) interruptions.push_back(silence);
+  }
+  std::sort(interruptions.begin(), interruptions.end(),
+            [](const auto& one, const auto& other) { return one.beginSeconds < other.beginSeconds; });
 }
 
 }  // namespace
@@ -173,26 +209,25 @@ std::vector<ToneInterruption> FindInterruptions(const ToneSearch& search, std::s
     const bool brief = length < kBriefSeconds;
     if (shift == 0.0 && length < 1.1 * kSmearSeconds && missed < kSilentPower * expected) continue;
     const double begin = search.baseband.Seconds(run.first);
-    const bool settling = begin - search.baseband.Seconds(timeline.first) < kSettlingSeconds ||
-                          search.baseband.Seconds(timeline.last) - begin < kEndingSeconds;
     ToneInterruption found;
-    found.kind = KindOf(search, run, brief, settling, shift);
-    const bool unclear = length > kLongestRepeatSeconds || loudest < 2.0 * kLoudPower * peak;
-    if (settling && (found.kind == InterruptionKind::kDisturbance ||
-                     (found.kind == InterruptionKind::kRepeat && shift == 0.0 && unclear))) {
-      continue;
-    }
+    found.kind = KindOf(search, run, brief, shift);
+    // What isn't as expected needn't be an interruption there.
+    const bool unsteady = IsBuildingUp(search, run) || search.baseband.Seconds(timeline.last) - begin < kEndingSeconds;
+    if (unsteady && shift == 0.0 && found.kind != InterruptionKind::kGap) continue;
     // Times of the tone's own become those of the recording.
     const double smear = std::min(kSmearSeconds, length);
     found.beginSeconds = (begin + 0.5 * smear) / search.speed;
     found.lengthSeconds = (length - smear) / search.speed;
     found.shiftSeconds = shift / search.speed;
     found.levelDb = run.last > run.first ? PowerDb(heard / expected) : 0.0;
+    interruptions.push_back(found);
+  }
+  AddEarlySilences(search, peak, interruptions);
+  for (ToneInterruption& found : interruptions) {
     found.byHost = std::any_of(hostLosses.begin(), hostLosses.end(), [&](double seconds) {
       return seconds > found.beginSeconds - kHostSeconds &&
              seconds < found.beginSeconds + found.lengthSeconds + kHostSeconds;
     });
-    interruptions.push_back(found);
   }
   return interruptions;
 }

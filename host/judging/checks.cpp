@@ -24,6 +24,18 @@ Check Judged(Check check) {
   return check;
 }
 
+// The module's figure, unless the host heard less. The host listens from before the module's capture until after it, so
+// a larger figure of the module isn't true: it takes samples of 8 bits, which are unsigned, for signed ones. Where nothing
+// plays, an offset is no sound either.
+double PeakHeard(const Evidence& evidence) {
+  if (evidence.findings == nullptr || evidence.findings->tooLittle) return evidence.maxAmplitude;
+  double heard = 0.0;
+  for (const ChannelFindings& channel : evidence.findings->channels) {
+    heard = std::max(heard, channel.level.peak - (evidence.tonePlays ? 0.0 : std::abs(channel.level.dcOffset)));
+  }
+  return std::min(heard, evidence.maxAmplitude);
+}
+
 // What is loudest beside the tone, or in its place.
 struct Culprit {
   std::string name, advice;
@@ -74,15 +86,15 @@ bool ToneIsHeard(const RecordingFindings& findings) {
 }
 
 Check CheckLevel(const Evidence& evidence, const Limits& limits) {
-  Check check{.name = "level",
-              .measurements = {{"maxAmplitude", evidence.maxAmplitude, limits.minPeak, limits.maxPeak}}};
-  if (limits.maxPeak.has_value() && evidence.maxAmplitude > *limits.maxPeak) {
+  const double peak = PeakHeard(evidence);
+  Check check{.name = "level", .measurements = {{"maxAmplitude", peak, limits.minPeak, limits.maxPeak}}};
+  if (limits.maxPeak.has_value() && peak > *limits.maxPeak) {
     check.word = kClippingWord;
-    check.sentence = fmt::format("Clipping: the peak {:.6f} is above {}.", evidence.maxAmplitude, *limits.maxPeak);
+    check.sentence = fmt::format("Clipping: the peak {:.6f} is above {}.", peak, *limits.maxPeak);
     check.advice =
         "Both endpoints were at full level during the test, so turn down the amplifier, lower the microphone's boost, "
         "or move it away from the speaker. --max-peak sets the limit.";
-  } else if (evidence.maxAmplitude <= 0.0) {
+  } else if (peak <= 0.0) {
     check.word = "silence";
     check.sentence = "Silence: nothing at all was heard.";
     check.advice =
@@ -90,16 +102,15 @@ Check CheckLevel(const Evidence& evidence, const Limits& limits) {
         "off; 'rmthost list' shows whether these are the endpoints you mean.";
   } else if (evidence.tonePlays) {
     check.word = "too quiet";
-    check.sentence =
-        fmt::format("Too quiet: the peak {:.6f} is below {}.", evidence.maxAmplitude, limits.minPeak.value_or(0.0));
+    check.sentence = fmt::format("Too quiet: the peak {:.6f} is below {}.", peak, limits.minPeak.value_or(0.0));
     check.advice =
         "Both endpoints were at full level during the test, so bring the microphone nearer to the speaker, turn up the "
         "amplifier, or raise the microphone's boost. --min-peak sets the limit.";
   } else {
     check.word = "too quiet";
     check.sentence =
-        fmt::format("Too quiet: the peak {:.6f} is below {}, and the noise of a living microphone is louder.",
-                    evidence.maxAmplitude, limits.minPeak.value_or(0.0));
+        fmt::format("Too quiet: the peak {:.6f} is below {}, and the noise of a living microphone is louder.", peak,
+                    limits.minPeak.value_or(0.0));
     check.advice =
         "Check that the microphone is plugged in and that no switch of its own turns it off, and speak while the test "
         "listens. --min-peak sets the limit.";

@@ -17,8 +17,10 @@ bool IsLoudThroughout(const HeardTone& tone, double atMs, double lengthMs) {
   return isMiddleLoud && tone.IsLoud(0.001 * atMs) && tone.IsLoud(0.001 * (atMs + lengthMs));
 }
 
+// Some of the tone is heard afterwards. Without that it isn't interrupted but ends.
 double DrawPlace(double lengthMs, Random& random, const TestPath& path) {
-  return random.Between(0.0, path.HeardMs() - lengthMs);
+  constexpr double kAfterMs = 12.0;
+  return random.Between(0.0, path.HeardMs() - lengthMs - kAfterMs);
 }
 
 void AddInterruption(const char* kind, double atMs, double lengthMs, TestPath& path) {
@@ -32,13 +34,21 @@ void AddAnywhere(double ms, Random& random, TestPath& path) {
   AddInterruption(kind, DrawPlace(ms, random, path), ms, path);
 }
 
-template <const char* kind>
+enum class Part { kAll, kSettled, kUnsettled };
+
+template <const char* kind, Part part = Part::kAll>
 void AddLoud(double ms, Random& random, TestPath& path) {
+  // The tone is loud from 78 ms on.
+  if (part == Part::kUnsettled) path.echoes.push_back({random.Between(100.0, 200.0), 0.3 * random.Sign()});
   const HeardTone tone = path.Tone();
-  double atMs = 0.0;
-  do atMs = DrawPlace(ms, random, path);
-  while (!IsLoudThroughout(tone, atMs, ms));
-  AddInterruption(kind, atMs, ms, path);
+  const double settledMs = path.SettledMs();
+  for (;;) {
+    const double atMs = DrawPlace(ms, random, path);
+    const bool isSettled = atMs >= settledMs;
+    if ((part == Part::kSettled && !isSettled) || (part == Part::kUnsettled && isSettled)) continue;
+    if (!IsLoudThroughout(tone, atMs, ms)) continue;
+    return AddInterruption(kind, atMs, ms, path);
+  }
 }
 
 void AddClip(double percent, Random& random, TestPath& path) {
@@ -96,7 +106,10 @@ const std::vector<Condition>& Faults() {
   static const std::vector<Condition> kFaults = {
       {"gap where the tone is loud", "ms", kLengthsMs, AddLoud<kGap>, "interruptions", 5},
       {"gap anywhere", "ms", kLengthsMs, AddAnywhere<kGap>, "interruptions"},
-      {"repeat where the tone is loud", "ms", kLengthsMs, AddLoud<kRepeat>, "interruptions", 5},
+      {"repeat where the tone is loud, all echoes having arrived", "ms", kLengthsMs, AddLoud<kRepeat, Part::kSettled>,
+       "interruptions", 5},
+      {"repeat where the tone is loud, before all echoes have arrived", "ms", kLengthsMs,
+       AddLoud<kRepeat, Part::kUnsettled>, "interruptions"},
       {"repeat anywhere", "ms", kLengthsMs, AddAnywhere<kRepeat>, "interruptions"},
       {"clipping, share of samples", "%", {0.5, 1, 2, 3, 5, 10, 20, 40}, AddClip, "distortion", 3},
       {"white noise, tone above it",

@@ -49,6 +49,12 @@ double TestPath::SignalToRoundingDb() const {
   return Decibels(Tone().Rms() / (std::exp2(1.0 - bits) / std::sqrt(12.0)));
 }
 
+double TestPath::SettledMs() const {
+  double last = 0.0;
+  for (const Echo& echo : echoes) last = std::max(last, echo.delayMs);
+  return last;
+}
+
 std::string TestPath::Description() const {
   host::Json path = host::Json::array();
   for (const Echo& echo : echoes) path.push_back({{"kind", "echo"}, {"delayMs", echo.delayMs}, {"gain", echo.gain}});

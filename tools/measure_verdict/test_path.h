@@ -38,6 +38,9 @@ struct TestPath {
   // When the tone was heard to its end, or the recording ended; in ms from where the tone begins.
   double HeardMs() const { return 1000.0 - delayMs; }
 
+  // When all echoes are there, in ms from where the tone begins. Before that it isn't steady.
+  double SettledMs() const;
+
   void Add(host::Json condition) { conditions.push_back(std::move(condition)); }
   // The virtual machine with this path.
   std::string Description() const;
