@@ -16,12 +16,14 @@ using Complex = std::complex<double>;
 constexpr double kMergeSeconds = 0.015;
 // An echo needs this long to become steady, and until then the tone isn't as expected.
 constexpr double kSettlingSeconds = 0.22;
-constexpr double kUnsteadySeconds = 0.004;
+constexpr double kShortlySeconds = 0.02;
+constexpr double kUnsteadySeconds = 0.005;
 constexpr double kEndingSeconds = 0.05;  // where little but echoes is left of it
 // How much earlier a repeated sound was heard first, and the share of what the tone misses that it may miss.
 constexpr double kLeastRepeatSeconds = 0.0005;
 constexpr double kMostRepeatSeconds = 0.05;
 constexpr double kRepeatShare = 0.25;
+constexpr double kLongestRepeatSeconds = 0.025;
 constexpr double kHostSeconds = 0.015;
 constexpr double kLoudPower = 1.0 / 16.0;  // of the envelope's peak
 constexpr double kEarlyLoudPower = 1.0 / 32.0;
@@ -37,6 +39,8 @@ constexpr double kSilentShare = 0.4;
 constexpr double kSmearSeconds = 0.003;
 // Less than this can be the change from one phase to another.
 constexpr double kBriefSeconds = 2.0 * kSmearSeconds;
+// As few values as those see the same noise, which is this many times its mean in one of 10^8.
+constexpr double kBriefSurprise = 20.0;
 // A shift by less is the error of two delays.
 constexpr double kLeastShiftSeconds = 10e-6;
 
@@ -109,18 +113,20 @@ std::vector<Run> FindRuns(const ToneSearch& search, double peak) {
   return runs;
 }
 
-// Whether echoes build up around a run: more than a moment at the tone's begin isn't explained, the run itself excepted.
+// Whether echoes build up around a run, soon after the tone's begin: more than a moment isn't explained shortly before it
+// or between it and the time by which they are there.
 bool IsBuildingUp(const ToneSearch& search, const Run& run) {
-  const double perValue = search.baseband.SecondsPerValue();
-  const auto margin = static_cast<std::size_t>(kSmearSeconds / perValue);
-  const auto settled = search.timeline.first + static_cast<std::size_t>(kSettlingSeconds / perValue);
-  if (run.first >= settled) return false;
+  const auto values = [&](double seconds) {
+    return static_cast<std::size_t>(seconds / search.baseband.SecondsPerValue());
+  };
+  const std::size_t settled = std::min(search.timeline.last, search.timeline.first + values(kSettlingSeconds));
+  const std::size_t margin = values(kSmearSeconds);
   std::size_t unexplained = 0;
-  for (std::size_t m = search.timeline.first; m < std::min(settled, search.timeline.last); ++m) {
+  for (std::size_t m = run.first - std::min(run.first, values(kShortlySeconds)); m < settled; ++m) {
     const bool own = m + margin >= run.first && m < run.last + margin;
     unexplained += !own && search.timeline.states[m] == ToneTimeline::kOther ? 1 : 0;
   }
-  return static_cast<double>(unexplained) * perValue > kUnsteadySeconds;
+  return unexplained > values(kUnsteadySeconds);
 }
 
 // Whether the tone as it was some time before explains these values far better than the tone itself does.
@@ -190,16 +196,20 @@ std::vector<ToneInterruption> FindInterruptions(const ToneSearch& search, std::s
 
   std::vector<ToneInterruption> interruptions;
   const double perValue = search.baseband.SecondsPerValue();
+  const auto edge = static_cast<std::size_t>(2.0 * kSmearSeconds / perValue);
   for (const Run& run : FindRuns(search, peak)) {
     double expected = 1e-300;
     double heard = 0.0;
     double missed = 0.0;
+    double surprise = 0.0;
     double loudest = 0.0;
     for (std::size_t m = run.first; m < run.last; ++m) {
       const double power = std::norm(timeline.expected[run.before][m]);
       expected += power;
       heard += std::norm(search.baseband.values[m]);
-      missed += std::norm(search.baseband.values[m] - timeline.expected[run.before][m]);
+      const double difference = std::norm(search.baseband.values[m] - timeline.expected[run.before][m]);
+      missed += difference;
+      surprise += difference / search.missed[m];
       loudest = std::max(loudest, power);
     }
     const double length = static_cast<double>(run.last - run.first) * perValue;
@@ -207,13 +217,21 @@ std::vector<ToneInterruption> FindInterruptions(const ToneSearch& search, std::s
     if (std::abs(shift) < kLeastShiftSeconds) shift = 0.0;
     if (shift == 0.0 && loudest < kLoudPower * peak) continue;
     const bool brief = length < kBriefSeconds;
-    if (shift == 0.0 && length < 1.1 * kSmearSeconds && missed < kSilentPower * expected) continue;
+    const bool isLikely = surprise < kBriefSurprise * static_cast<double>(run.last - run.first);
+    if (shift == 0.0 && length < 1.1 * kSmearSeconds && missed < kSilentPower * expected && isLikely) continue;
     const double begin = search.baseband.Seconds(run.first);
     ToneInterruption found;
     found.kind = KindOf(search, run, brief, shift);
-    // What isn't as expected needn't be an interruption there.
-    const bool unsteady = IsBuildingUp(search, run) || search.baseband.Seconds(timeline.last) - begin < kEndingSeconds;
-    if (unsteady && shift == 0.0 && found.kind != InterruptionKind::kGap) continue;
+    // What isn't as expected needn't be an interruption while echoes build up, or in what is left of them at the end.
+    const bool early = begin - search.baseband.Seconds(timeline.first) < kSettlingSeconds;
+    const bool late = begin > search.baseband.Seconds(timeline.last) - kEndingSeconds &&
+                      timeline.last + edge < search.baseband.values.size();
+    const bool isClear = found.kind == InterruptionKind::kRepeat && length <= kLongestRepeatSeconds &&
+                         loudest >= 2.0 * kLoudPower * peak;
+    if (shift == 0.0 && found.kind != InterruptionKind::kGap && (early || late) &&
+        (!isClear || (early && IsBuildingUp(search, run)))) {
+      continue;
+    }
     // Times of the tone's own become those of the recording.
     const double smear = std::min(kSmearSeconds, length);
     found.beginSeconds = (begin + 0.5 * smear) / search.speed;

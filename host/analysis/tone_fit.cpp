@@ -150,6 +150,12 @@ double FittedTone::PatternMatch() const {
   return MatchPattern(partials).power / (2.0 * static_cast<double>(kPartials) * Power() + 1e-300);
 }
 
+double FittedTone::EffectivePartials() const {
+  double squares = 1e-300;
+  for (const Complex& partial : partials) squares += 0.25 * std::norm(partial) * std::norm(partial);
+  return Power() * Power() / squares;
+}
+
 double FittedTone::Power() const {
   double power = 0.0;
   for (const Complex& partial : partials) power += 0.5 * std::norm(partial);

@@ -26,6 +26,9 @@ struct FittedTone {
   // seventh, three of any phases at most three.
   double PatternMatch() const;
 
+  // How many partials the power is in: n when n of them share it evenly (the inverse Simpson index).
+  double EffectivePartials() const;
+
   double Power() const;  // mean square of the sound
 };
 

@@ -12,7 +12,11 @@ namespace {
 using Complex = std::complex<double>;
 
 constexpr double kLeastShare = 0.75;
+// Near the generated pattern; or, as many close echoes make it, further from it but with power in most partials. One to
+// three sines are neither.
 constexpr double kLeastMatch = 0.45;
+constexpr double kLeastMatchOfMany = 0.3;
+constexpr double kMany = 4.0;
 constexpr double kLeastSeconds = 0.3;
 // Below this there is no room for the tone at any speed that is looked for.
 constexpr double kLeastRate = 2400.0;
@@ -146,6 +150,11 @@ double ExplainedShare(const ToneSearch& search) {
   return std::clamp(1.0 - missed / energy, 0.0, 1.0);
 }
 
+bool HasPattern(const FittedTone& tone) {
+  const double match = tone.PatternMatch();
+  return match >= kLeastMatch || (match >= kLeastMatchOfMany && tone.EffectivePartials() >= kMany);
+}
+
 }  // namespace
 
 ToneSearch FindTone(std::span<const double> samples, double rate) {
@@ -189,8 +198,8 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
     correction = FitAndTune(weights, search);
     std::vector<Complex> expected = search.tone.Envelope(search.baseband);
     for (std::size_t m = 0; m < expected.size(); ++m) expected[m] *= search.gains[m];
-    const std::vector<double> missed = FindMissed(search.baseband, expected, grown, tonePower);
-    search.timeline = TraceTone(search.baseband, search.tone, search.gains, missed);
+    search.missed = FindMissed(search.baseband, expected, grown, tonePower);
+    search.timeline = TraceTone(search.baseband, search.tone, search.gains, search.missed);
     if (std::count(search.timeline.states.begin(), search.timeline.states.end(), 0) == 0) break;
     for (std::size_t m = 0; m < weights.size(); ++m) weights[m] = search.timeline.states[m] == 0 ? 1.0 : 0.0;
     heard = HeardTone(search.timeline, search.gains);
@@ -198,7 +207,7 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
   search.explainedShare = ExplainedShare(search);
   const auto usual = std::count(search.timeline.states.begin(), search.timeline.states.end(), 0);
   search.heard = static_cast<double>(usual) * search.baseband.SecondsPerValue() >= kLeastSeconds &&
-                 search.explainedShare >= kLeastShare && search.tone.PatternMatch() >= kLeastMatch;
+                 search.explainedShare >= kLeastShare && HasPattern(search.tone);
   return search;
 }
 

@@ -13,7 +13,8 @@ struct ToneSearch {
   double speed = 1.0;
   Baseband baseband;
   FittedTone tone;
-  std::vector<double> gains;  // by value of the baseband, how loud the tone is against `tone`
+  std::vector<double> gains;   // by value of the baseband, how loud the tone is against `tone`
+  std::vector<double> missed;  // by value, what the fit misses there on an undisturbed path, as a mean square
   ToneTimeline timeline;
   double explainedShare = 0.0;  // of the energy within 200 Hz of the tone while it lasts
 };
