@@ -16,8 +16,7 @@ using Complex = std::complex<double>;
 constexpr double kMergeSeconds = 0.015;
 // An echo needs this long to become steady, and until then the tone isn't as expected.
 constexpr double kSettlingSeconds = 0.22;
-constexpr double kShortlySeconds = 0.02;
-constexpr double kUnsteadySeconds = 0.005;
+constexpr double kUnsteadySeconds = 0.01;
 constexpr double kEndingSeconds = 0.05;  // where little but echoes is left of it
 // How much earlier a repeated sound was heard first, and the share of what the tone misses that it may miss.
 constexpr double kLeastRepeatSeconds = 0.0005;
@@ -113,8 +112,8 @@ std::vector<Run> FindRuns(const ToneSearch& search, double peak) {
   return runs;
 }
 
-// Whether echoes build up around a run, soon after the tone's begin: more than a moment isn't explained shortly before it
-// or between it and the time by which they are there.
+// Whether echoes build up at the tone's begin: more than a moment of the time that they take isn't explained, the run itself
+// excepted.
 bool IsBuildingUp(const ToneSearch& search, const Run& run) {
   const auto values = [&](double seconds) {
     return static_cast<std::size_t>(seconds / search.baseband.SecondsPerValue());
@@ -122,7 +121,7 @@ bool IsBuildingUp(const ToneSearch& search, const Run& run) {
   const std::size_t settled = std::min(search.timeline.last, search.timeline.first + values(kSettlingSeconds));
   const std::size_t margin = values(kSmearSeconds);
   std::size_t unexplained = 0;
-  for (std::size_t m = run.first - std::min(run.first, values(kShortlySeconds)); m < settled; ++m) {
+  for (std::size_t m = search.timeline.first; m < settled; ++m) {
     const bool own = m + margin >= run.first && m < run.last + margin;
     unexplained += !own && search.timeline.states[m] == ToneTimeline::kOther ? 1 : 0;
   }

@@ -16,7 +16,7 @@ constexpr double kLeastShare = 0.75;
 // three sines are neither.
 constexpr double kLeastMatch = 0.45;
 constexpr double kLeastMatchOfMany = 0.3;
-constexpr double kMany = 4.0;
+constexpr double kMany = 3.3;
 constexpr double kLeastSeconds = 0.3;
 // Below this there is no room for the tone at any speed that is looked for.
 constexpr double kLeastRate = 2400.0;

@@ -34,14 +34,16 @@ void AddAnywhere(double ms, Random& random, TestPath& path) {
   AddInterruption(kind, DrawPlace(ms, random, path), ms, path);
 }
 
+// For so long the analysis expects echoes to build up.
+constexpr double kSettlingMs = 220.0;
+
 enum class Part { kAll, kSettled, kUnsettled };
 
 template <const char* kind, Part part = Part::kAll>
 void AddLoud(double ms, Random& random, TestPath& path) {
-  // The tone is loud from 78 ms on.
-  if (part == Part::kUnsettled) path.echoes.push_back({random.Between(100.0, 200.0), 0.3 * random.Sign()});
+  if (part == Part::kUnsettled) path.echoes = {{random.Between(20.0, 120.0), random.Sign() * random.Between(0.1, 0.6)}};
   const HeardTone tone = path.Tone();
-  const double settledMs = path.SettledMs();
+  const double settledMs = path.echoes.empty() ? 0.0 : kSettlingMs;
   for (;;) {
     const double atMs = DrawPlace(ms, random, path);
     const bool isSettled = atMs >= settledMs;
@@ -49,6 +51,18 @@ void AddLoud(double ms, Random& random, TestPath& path) {
     if (!IsLoudThroughout(tone, atMs, ms)) continue;
     return AddInterruption(kind, atMs, ms, path);
   }
+}
+
+// More and more reflections, ever quieter.
+void AddRoom(Random& random, TestPath& path) {
+  const double decayMs = random.Between(20.0, 100.0);
+  path.echoes.clear();
+  for (int i = 0; i < 8; ++i) {
+    const double delayMs = random.Between(1.0, 200.0);
+    path.echoes.push_back({delayMs, random.Sign() * 0.5 * std::exp(-delayMs / decayMs)});
+  }
+  // They can add up.
+  path.gain = std::clamp(path.gain, -0.3, 0.3);
 }
 
 void AddClip(double percent, Random& random, TestPath& path) {
@@ -106,10 +120,10 @@ const std::vector<Condition>& Faults() {
   static const std::vector<Condition> kFaults = {
       {"gap where the tone is loud", "ms", kLengthsMs, AddLoud<kGap>, "interruptions", 5},
       {"gap anywhere", "ms", kLengthsMs, AddAnywhere<kGap>, "interruptions"},
-      {"repeat where the tone is loud, all echoes having arrived", "ms", kLengthsMs, AddLoud<kRepeat, Part::kSettled>,
+      {"repeat where the tone is loud, echoes having built up", "ms", kLengthsMs, AddLoud<kRepeat, Part::kSettled>,
        "interruptions", 5},
-      {"repeat where the tone is loud, before all echoes have arrived", "ms", kLengthsMs,
-       AddLoud<kRepeat, Part::kUnsettled>, "interruptions"},
+      {"repeat where the tone is loud, while an echo builds up", "ms", kLengthsMs, AddLoud<kRepeat, Part::kUnsettled>,
+       "interruptions"},
       {"repeat anywhere", "ms", kLengthsMs, AddAnywhere<kRepeat>, "interruptions"},
       {"clipping, share of samples", "%", {0.5, 1, 2, 3, 5, 10, 20, 40}, AddClip, "distortion", 3},
       {"white noise, tone above it",
@@ -182,6 +196,18 @@ const std::vector<Condition>& Faults() {
          AddLoud<kGap>(ms, random, path);
        },
        "interruptions"},
+      {"loud gap in a room of eight echoes",
+       "ms",
+       {5, 10, 20},
+       [](double ms, Random& random, TestPath& path) {
+         AddRoom(random, path);
+         AddLoud<kGap>(ms, random, path);
+       },
+       "interruptions"},
+      {"no fault, a room of eight echoes",
+       "",
+       {1},
+       [](double, Random& random, TestPath& path) { AddRoom(random, path); }},
       {"loud gap and a loud repeat",
        "ms",
        {5, 10, 20},

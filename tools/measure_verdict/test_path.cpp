@@ -15,20 +15,9 @@ constexpr double kNoisePeak = 5.0;  // against its root mean square, over a seco
 
 double Decibels(double ratio) { return 20.0 * std::log10(ratio); }
 
-// One reflection, or a room's: more and more of them, ever quieter.
-std::vector<Echo> DrawEchoes(Random& random) {
-  std::vector<Echo> echoes;
-  if (random.Chance(0.4)) return echoes;
-  if (random.Chance(0.5)) {
-    echoes.push_back({random.Between(1.0, 120.0), random.Sign() * random.Between(0.05, 0.6)});
-    return echoes;
-  }
-  const double decayMs = random.Between(20.0, 100.0);
-  for (int i = 0; i < 8; ++i) {
-    const double delayMs = random.Between(1.0, 200.0);
-    echoes.push_back({delayMs, random.Sign() * 0.5 * std::exp(-delayMs / decayMs)});
-  }
-  return echoes;
+std::vector<Echo> DrawEcho(Random& random) {
+  if (random.Chance(0.4)) return {};
+  return {{random.Between(1.0, 120.0), random.Sign() * random.Between(0.05, 0.6)}};
 }
 
 bool IsGood(const TestPath& path) {
@@ -47,12 +36,6 @@ double TestPath::NoiseRms() const {
 
 double TestPath::SignalToRoundingDb() const {
   return Decibels(Tone().Rms() / (std::exp2(1.0 - bits) / std::sqrt(12.0)));
-}
-
-double TestPath::SettledMs() const {
-  double last = 0.0;
-  for (const Echo& echo : echoes) last = std::max(last, echo.delayMs);
-  return last;
 }
 
 std::string TestPath::Description() const {
@@ -98,7 +81,7 @@ TestPath DrawGoodPath(Random& random) {
   }
   path.delayMs = random.Whole(0, random.Chance(0.5) ? 30 : 300);
   do {
-    path.echoes = DrawEchoes(random);
+    path.echoes = DrawEcho(random);
     path.lowpassHz = random.Chance(0.5) ? random.BetweenRatios(3400.0, 12000.0) : 0.0;
     path.gain = random.Sign() * std::pow(10.0, random.Between(-36.0, 0.0) / 20.0);
     path.signalToNoiseDb = random.Between(kLeastSignalToNoiseDb, random.Chance(0.3) ? 25.0 : 75.0);

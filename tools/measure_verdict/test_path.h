@@ -38,15 +38,12 @@ struct TestPath {
   // When the tone was heard to its end, or the recording ended; in ms from where the tone begins.
   double HeardMs() const { return 1000.0 - delayMs; }
 
-  // When all echoes are there, in ms from where the tone begins. Before that it isn't steady.
-  double SettledMs() const;
-
   void Add(host::Json condition) { conditions.push_back(std::move(condition)); }
   // The virtual machine with this path.
   std::string Description() const;
 };
 
-// A path that nothing is wrong with: down to 20 dB of signal to noise, -36 to 0 dB, with up to 300 ms of delay, echoes
+// A path that nothing is wrong with: down to 20 dB of signal to noise, -36 to 0 dB, with up to 300 ms of delay, an echo
 // and a low-pass down to 3.4 kHz. The tone's peak is between the default limits of the level.
 TestPath DrawGoodPath(Random& random);
 
