@@ -16,13 +16,9 @@ CommandResult RunContract(const Options& options) {
   const Interruption interruption;
   RunRecord run;
   run.test = options.test;
-  RunModule({.platform = platform,
-             .module = ModuleFile(options),
-             .test = options.test,
-             .contract = contract,
-             .listenTo = {},
-             .saveTo = {}},
-            options, interruption, {.label = options.test == Test::kPlay ? "playing" : "recording"}, run);
+  RunModule(
+      {.platform = platform, .module = ModuleFile(options), .test = options.test, .contract = contract, .listenTo = {}},
+      options, interruption, {.label = options.test == Test::kPlay ? "playing" : "recording"}, run);
 
   CommandResult result;
   if (run.call.reply.has_value()) result.text = *run.call.reply + (IsTerminal(stdout) ? "\n" : "");
