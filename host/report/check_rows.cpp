@@ -21,7 +21,7 @@ constexpr Wording kWordings[] = {
     {"maxAmplitude", "peak, of full scale", 100.0, 2, " %"},
     {"explainedShare", "share of the sound that is the tone", 100.0, 0, " %"},
     {"signalToNoiseDb", "tone above everything else", 1.0, 1, " dB"},
-    {"dcOffset", "constant offset", 100.0, 1, " % of full scale"},
+    {"dcOffset", "constant offset, of full scale", 100.0, 1, " %"},
     {"harmonicsDb", "harmonics against the tone", 1.0, 0, " dB"},
     {"flatShare", "samples cut off flat", 100.0, 1, " %"},
     {"peakCompressionDb", "tone's peaks flattened by", 1.0, 1, " dB"},

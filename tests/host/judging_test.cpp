@@ -15,6 +15,7 @@ const Check& CheckNamed(const Verdict& verdict, const std::string& name) {
 
 RecordingFindings CleanTone() {
   ChannelFindings channel;
+  channel.level.peak = 1.0;
   channel.tone.heard = true;
   channel.tone.speed = 1.0;
   channel.tone.explainedShare = 1.0;
