@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "host/analysis/level.h"
 #include "host/analysis/spectrum_lines.h"
@@ -21,16 +20,6 @@ constexpr double kGainsTried[] = {1.0, 0.92, 0.94, 0.96, 0.98, 1.02, 1.04, 1.06,
 constexpr double kLeastFlatShare = 0.002;
 constexpr double kMergeSeconds = 0.03;
 constexpr std::size_t kMostStretches = 100;
-
-// The least step between neighbouring samples, 0 when none differ.
-double FindStep(std::span<const double> samples) {
-  double step = std::numeric_limits<double>::infinity();
-  for (std::size_t n = 1; n < samples.size(); ++n) {
-    const double difference = std::abs(samples[n] - samples[n - 1]);
-    if (difference > 1e-9) step = std::min(step, difference);
-  }
-  return std::isfinite(step) ? step : 0.0;
-}
 
 // The undisturbed samples next to the extreme, on one side of zero, when they are rounded to `step`.
 std::vector<std::size_t> FindTops(std::span<const double> samples, const SynthesizedTone& synthesized, double sign,
@@ -76,9 +65,8 @@ std::vector<ClippedStretch> MergeTops(std::span<const std::size_t> tops, double 
 }
 
 // The samples in tops, beyond those that the tone itself has.
-void FindFlatTops(std::span<const double> samples, double rate, const SynthesizedTone& synthesized, double peak,
-                  ClippingFindings& findings) {
-  const double step = FindStep(samples);
+void FindFlatTops(std::span<const double> samples, double rate, double step, const SynthesizedTone& synthesized,
+                  double peak, ClippingFindings& findings) {
   if (peak < kLeastSteps * step) return;
   std::vector<std::size_t> clipped;
   for (const double sign : {1.0, -1.0}) {
@@ -124,7 +112,7 @@ ClippingFindings FindClipping(std::span<const double> samples, const ToneSearch&
                               const SynthesizedTone& synthesized, const StretchSpectrum& remainder) {
   ClippingFindings findings;
   const double peak = PeakOf(search);
-  FindFlatTops(samples, search.baseband.rate * search.speed, synthesized, peak, findings);
+  FindFlatTops(samples, search.baseband.rate * search.speed, search.step, synthesized, peak, findings);
   findings.peakCompressionDb =
       20.0 * std::log10(GainBetween(search, peak, 0.3, 0.6) / GainBetween(search, peak, 0.85, 1.0));
 

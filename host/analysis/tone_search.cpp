@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 #include "host/analysis/speed.h"
@@ -36,7 +37,22 @@ constexpr double kSteadySpeed = 1e-6;
 constexpr double kMostUnexplained = 0.25;
 constexpr double kMostUnexplainedSeed = 0.6;  // seven partials leave nine tenths of noise
 constexpr double kMostCorrection = 5e-4;      // of the speed, in one step
+// By how many steps of the format an amplitude is wrong when nothing but the tone is rounded, which isn't noise then; and
+// when the tone has but a few steps.
+constexpr double kRounding = 0.08;
+constexpr double kCoarseRounding = 0.5;
+constexpr double kFewSteps = 2.0;
 constexpr double kLeastErrorShare = 1e-5;
+
+// The least step between neighbouring samples, 0 when none differ.
+double FindStep(std::span<const double> samples) {
+  double step = std::numeric_limits<double>::infinity();
+  for (std::size_t n = 1; n < samples.size(); ++n) {
+    const double difference = std::abs(samples[n] - samples[n - 1]);
+    if (difference > 1e-9) step = std::min(step, difference);
+  }
+  return std::isfinite(step) ? step : 0.0;
+}
 
 double ShareOf(std::vector<double>& values, double share) {
   if (values.empty()) return 0.0;
@@ -48,7 +64,7 @@ double ShareOf(std::vector<double>& values, double share) {
 // What the fit misses by value, as a mean square: noise, and a share of the tone's power around the value for what bends
 // it. Both are taken from the values with a weight; that share is three times the upper quartile where the tone is loud.
 std::vector<double> FindMissed(const Baseband& baseband, std::span<const Complex> expected,
-                               std::span<const double> weights, double tonePower) {
+                               std::span<const double> weights, double tonePower, double step) {
   const std::size_t count = weights.size();
   const auto reach = static_cast<std::size_t>(kAroundSeconds / baseband.SecondsPerValue());
   std::vector<double> sums(count + 1);
@@ -69,7 +85,11 @@ std::vector<double> FindMissed(const Baseband& baseband, std::span<const Complex
     shares.push_back((std::norm(baseband.values[m] - expected[m]) - 3.0 * noise) / around[m]);
   }
   const double share = std::max(kLeastErrorShare, 3.0 * ShareOf(shares, 0.75));
-  for (double& power : around) power = noise + share * power;
+  for (std::size_t m = 0; m < count; ++m) {
+    const bool isCoarse = std::norm(expected[m]) < kFewSteps * kFewSteps * step * step;
+    const double rounding = (isCoarse ? kCoarseRounding : kRounding) * step;
+    around[m] = noise + share * around[m] + rounding * rounding;
+  }
   return around;
 }
 
@@ -163,6 +183,7 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
   const CombFound comb = FindComb(TransformStretch(samples, rate, StretchWindow::kRectangular));
   if (comb.amplitude <= 0.0) return search;
 
+  search.step = FindStep(samples);
   const Baseband combed = Demodulate(samples, rate, comb.speed);
   ToneConsensus consensus;
   for (const double hertz : kSpeedsTriedHz) {
@@ -198,7 +219,7 @@ ToneSearch FindTone(std::span<const double> samples, double rate) {
     correction = FitAndTune(weights, search);
     std::vector<Complex> expected = search.tone.Envelope(search.baseband);
     for (std::size_t m = 0; m < expected.size(); ++m) expected[m] *= search.gains[m];
-    search.missed = FindMissed(search.baseband, expected, grown, tonePower);
+    search.missed = FindMissed(search.baseband, expected, grown, tonePower, search.step);
     search.timeline = TraceTone(search.baseband, search.tone, search.gains, search.missed);
     if (std::count(search.timeline.states.begin(), search.timeline.states.end(), 0) == 0) break;
     for (std::size_t m = 0; m < weights.size(); ++m) weights[m] = search.timeline.states[m] == 0 ? 1.0 : 0.0;

@@ -16,6 +16,7 @@ struct ToneSearch {
   std::vector<double> gains;   // by value of the baseband, how loud the tone is against `tone`
   std::vector<double> missed;  // by value, what the fit misses there on an undisturbed path, as a mean square
   ToneTimeline timeline;
+  double step = 0.0;  // the least difference between two neighbouring samples, as of the format; 0 without any
   double explainedShare = 0.0;  // of the energy within 200 Hz of the tone while it lasts
 };
 

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
+#include <string_view>
 #include <thread>
 
 #include "tools/measure_verdict/trial.h"
@@ -136,8 +137,10 @@ void Count(const Trial& trial, const host::Json& report, Survey& survey) {
   const auto& failed = report["failed"];
   const bool isFault = trial.kind == Kind::kFault;
   const char* const check = isFault ? Faults()[trial.condition].check : nullptr;
-  const bool found = !passed && (check == nullptr || std::count(failed.begin(), failed.end(), check) > 0 ||
-                                 std::count(failed.begin(), failed.end(), "tone") > 0);
+  const auto fails = [&](const char* name) { return std::count(failed.begin(), failed.end(), name) > 0; };
+  // The others aren't judged without the tone; and a gap over its begin or end leaves less of it.
+  const bool found = !passed && (check == nullptr || fails(check) || fails("tone") ||
+                                 (std::string_view(check) == "interruptions" && fails("duration")));
   Tally& tally = isFault                         ? survey.faults[trial.condition][trial.size]
                  : trial.kind == Kind::kImpostor ? survey.impostors[trial.condition]
                                                  : survey.good;

@@ -14,7 +14,7 @@ namespace measure_verdict {
 struct Tally {
   int runs = 0;
   int passed = 0;     // the verdict is a pass
-  int found = 0;      // the check that should fail does, or the tone's, without which the others aren't judged
+  int found = 0;      // the check that should fail does, or one that stands for it
   int toneHeard = 0;  // the tone's check passes
 
   double FoundShare() const { return runs == 0 ? 0.0 : static_cast<double>(found) / runs; }
