@@ -16,6 +16,7 @@ using Complex = std::complex<double>;
 constexpr double kMergeSeconds = 0.015;
 // An echo needs this long to become steady, and until then the tone isn't as expected.
 constexpr double kSettlingSeconds = 0.22;
+constexpr double kQuietBeginSeconds = 0.06;
 constexpr double kUnsteadySeconds = 0.01;
 constexpr double kEndingSeconds = 0.05;  // where little but echoes is left of it
 // How much earlier a repeated sound was heard first, and the share of what the tone misses that it may miss.
@@ -113,15 +114,19 @@ std::vector<Run> FindRuns(const ToneSearch& search, double peak) {
 }
 
 // Whether echoes build up at the tone's begin: more than a moment of the time that they take isn't explained, the run itself
-// excepted.
-bool IsBuildingUp(const ToneSearch& search, const Run& run) {
+// excepted, or should be loud and comes before the tone is heard, as echoes of the tone's last swell would be there.
+bool IsBuildingUp(const ToneSearch& search, const Run& run, double peak) {
   const auto values = [&](double seconds) {
     return static_cast<std::size_t>(seconds / search.baseband.SecondsPerValue());
   };
   const std::size_t settled = std::min(search.timeline.last, search.timeline.first + values(kSettlingSeconds));
   const std::size_t margin = values(kSmearSeconds);
   std::size_t unexplained = 0;
-  for (std::size_t m = search.timeline.first; m < settled; ++m) {
+  const std::size_t first = search.timeline.first;
+  for (std::size_t m = first - std::min(first, values(kQuietBeginSeconds)); m < first; ++m) {
+    unexplained += std::norm(search.timeline.expected[0][m]) > kLoudPower * peak ? 1 : 0;
+  }
+  for (std::size_t m = first; m < settled; ++m) {
     const bool own = m + margin >= run.first && m < run.last + margin;
     unexplained += !own && search.timeline.states[m] == ToneTimeline::kOther ? 1 : 0;
   }
@@ -228,7 +233,7 @@ std::vector<ToneInterruption> FindInterruptions(const ToneSearch& search, std::s
     const bool isClear = found.kind == InterruptionKind::kRepeat && length <= kLongestRepeatSeconds &&
                          loudest >= 2.0 * kLoudPower * peak;
     if (shift == 0.0 && found.kind != InterruptionKind::kGap && (early || late) &&
-        (!isClear || (early && IsBuildingUp(search, run)))) {
+        (!isClear || (early && IsBuildingUp(search, run, peak)))) {
       continue;
     }
     // Times of the tone's own become those of the recording.

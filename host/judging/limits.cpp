@@ -41,7 +41,7 @@ constexpr const char* kMinPeak = "minPeak";
 constexpr const char* kMaxPeak = "maxPeak";
 
 // With a tone: a tone at full level that is heard at less than a hundredth didn't come through, and one that comes within a
-// thousandth of full scale was cut off. Without: three steps of 16 bits, where a microphone's noise makes tens.
+// thousandth of full scale was cut off. Without: three steps of 16 bits, which a dead input that flickers doesn't reach.
 constexpr double kLeastOfTone = 0.01, kMostOfTone = 0.999, kLeastListening = 0.0001;
 
 constexpr const char* kAdvice = "'rmthost limits' prints a file with every key and its default.";

@@ -14,24 +14,25 @@ struct Limits {
   // The module's own figure: the largest absolute sample, full scale 1.0. LimitsInForce has the defaults.
   std::optional<double> minPeak, maxPeak;
 
-  // Good paths reach 0.98. Below this the analysis itself hears no tone.
+  // "Good" paths are those of docs/verdict.md, which says more of each. Good ones are above 0.98, and below this the analysis
+  // itself hears no tone.
   double minExplainedShare = 0.75;
-  // A room's loudspeaker and microphone come to 20 dB. From 10 dB down gaps and clipping are no longer found.
+  // Half as far as the worst good path. Gaps and clipping are still found there.
   double minSignalToNoiseDb = 10.0;
-  // Room is lost on one side from a twentieth on, and no good path has a hundredth of that.
+  // A choice: good paths are below 0.001, and a twentieth is where room for the sound is lost.
   double maxDcOffset = 0.05;
-  // Good paths of 8 bits reach -28 dB, and small loudspeakers -20 dB at full level.
+  // A choice with room for small loudspeakers: good paths, of 8 bits too, are below -25.
   double maxHarmonicsDb = -12.0;
-  // Good paths reach 0.002; 2 % of clipped samples come out above this.
+  // Good paths are below 0.002; with 2 % of the samples clipped this is passed.
   double maxFlatShare = 0.01;
-  // Good paths reach 0.2 dB. A compressor is no fault yet.
+  // A choice with room for compressors: good paths are below 0.2.
   double maxPeakCompressionDb = 2.0;
   double maxInterruptions = 0.0;
-  // The tone's first and last 70 ms are too quiet to be heard in noise; good paths lose 50 ms.
+  // Good paths are below 0.05. The tone's first and last 70 ms are too quiet to be heard in noise.
   double maxLostSeconds = 0.1;
-  // Good paths are within 0.003 %, sound hardware within 0.02 %; 0.18 % is found every time.
+  // Good paths are below 0.003; 0.2 must be found.
   double maxSpeedErrorPercent = 0.15;
-  // Two microphones of one device differ by some dB, crosstalk into a dead channel is 40 dB down or more.
+  // A choice: more than two working microphones of one device differ by.
   double maxChannelDifferenceDb = 40.0;
   double maxInvertedChannels = 0.0;
 

@@ -183,6 +183,9 @@ INSTANTIATE_TEST_SUITE_P(
                   {.event = {0.7, 0.7, 0, kNever}},
                   [](const auto& f) { return !f.tone.recordingEndedFirst && f.tone.lostAtEndSeconds > 0.25; }},
         FaultCase{"Clipped", {.clip = 0.7}, [](const auto& f) { return f.clipping.flatShare > 0.02; }},
+        FaultCase{"ClippedInFewSteps",
+                  {.gain = 0.1, .clip = 0.7, .bits = 8},
+                  [](const auto& f) { return f.clipping.flatShare > 0.02; }},
         FaultCase{"ClippedBeforeNoise",
                   {.noiseDb = -25.0, .clip = 0.7},
                   [](const auto& f) { return IsClipped(f.clipping) && f.clipping.harmonicsDb > -30.0; }},
@@ -258,6 +261,17 @@ TEST(Analysis, ComparesChannels) {
   EXPECT_EQ(findings.channels[0].relativeLevelDb, kSilenceDb);
   EXPECT_NEAR(findings.channels[1].correlation, -1.0, 0.01);
   EXPECT_NEAR(findings.channels[1].relativeLevelDb, -6.0, 0.1);
+}
+
+TEST(Analysis, FindsAGapWhileAnEchoBuildsUp) {
+  std::vector<float> samples = Record({.echoSeconds = 0.11});
+  std::fill_n(samples.begin() + static_cast<std::ptrdiff_t>(0.215 * 48000.0), 240, 0.0F);
+  const auto findings = AnalyseRecording({.rate = 48000.0, .channels = {samples}, .discontinuities = {}});
+  ASSERT_EQ(findings.channels[0].interruptions.size(), 1u);
+  const ToneInterruption& gap = findings.channels[0].interruptions[0];
+  EXPECT_EQ(gap.kind, InterruptionKind::kGap);
+  EXPECT_NEAR(gap.beginSeconds, 0.215, 0.002);
+  EXPECT_NEAR(gap.lengthSeconds, 0.005, 0.002);
 }
 
 TEST(Analysis, KnowsItsHostsGaps) {
