@@ -60,6 +60,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const double share : {channel.tone.explainedShare, channel.tone.patternMatch, channel.clipping.flatShare}) {
       Require(share >= 0.0 && share <= 1.000001);
     }
+    for (const double amplitude : channel.tone.partials) Require(std::isfinite(amplitude) && amplitude >= 0.0);
+    Require(channel.clipping.clippedStretches.size() <= 100);
+    for (const host::ClippedStretch& one : channel.clipping.clippedStretches) {
+      Require(one.lengthSeconds > 0.0 && one.beginSeconds + one.lengthSeconds <= findings.seconds + 0.01);
+    }
     Require(channel.tone.heardToSeconds <= findings.seconds + 0.01);
     for (const host::ToneInterruption& one : channel.interruptions) {
       Require(one.lengthSeconds >= 0.0 && one.beginSeconds + one.lengthSeconds <= findings.seconds + 0.01);

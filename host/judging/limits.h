@@ -17,7 +17,7 @@ struct Limits {
   // "Good" paths are those of docs/verdict.md, which says more of each. Good ones are above 0.98, and below this the analysis
   // itself hears no tone.
   double minExplainedShare = 0.75;
-  // Half as far as the worst good path. Gaps and clipping are still found there.
+  // 10 dB below the worst good path. At 12 dB a loud gap of 5 ms is still found.
   double minSignalToNoiseDb = 10.0;
   // A choice: good paths are below 0.001, and a twentieth is where room for the sound is lost.
   double maxDcOffset = 0.05;
@@ -28,7 +28,7 @@ struct Limits {
   // A choice with room for compressors: good paths are below 0.2.
   double maxPeakCompressionDb = 2.0;
   double maxInterruptions = 0.0;
-  // Good paths are below 0.05. The tone's first and last 70 ms are too quiet to be heard in noise.
+  // Good paths are below 0.08: the tone's first and last 70 ms are too quiet to be heard in noise.
   double maxLostSeconds = 0.1;
   // Good paths are below 0.003; 0.2 must be found.
   double maxSpeedErrorPercent = 0.15;
