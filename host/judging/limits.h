@@ -23,7 +23,7 @@ struct Limits {
   double maxDcOffset = 0.05;
   // A choice with room for small loudspeakers: good paths, of 8 bits too, are below -25.
   double maxHarmonicsDb = -12.0;
-  // Good paths are below 0.002; with 2 % of the samples clipped this is passed.
+  // Good paths are below 0.003; with 2 % of the samples clipped this is passed.
   double maxFlatShare = 0.01;
   // A choice with room for compressors: good paths are below 0.2.
   double maxPeakCompressionDb = 2.0;
