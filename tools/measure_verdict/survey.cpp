@@ -33,7 +33,7 @@ std::vector<Trial> FaultTrials(bool goalsOnly) {
   for (std::size_t condition = 0; condition < Faults().size(); ++condition) {
     const Condition& fault = Faults()[condition];
     for (std::size_t size = 0; size < fault.sizes.size(); ++size) {
-      const bool isGoal = fault.sizes[size] == fault.goal;
+      const bool isGoal = fault.goal != 0.0 && fault.sizes[size] == fault.goal;
       if (goalsOnly && !isGoal) continue;
       trials.insert(trials.end(), isGoal ? kGoalTrials : 1, {Kind::kFault, condition, size});
     }
@@ -159,6 +159,7 @@ void Count(const Trial& trial, const host::Json& report, Survey& survey) {
 }  // namespace
 
 bool IsGoal(const Condition& fault, std::size_t size) {
+  if (fault.goal == 0.0) return false;
   const auto goal = std::find(fault.sizes.begin(), fault.sizes.end(), fault.goal);
   return size >= static_cast<std::size_t>(goal - fault.sizes.begin());
 }
