@@ -115,7 +115,7 @@ CONDITIONS = [
     ("clipped at half scale", each(lambda sample, _: max(-9000, min(9000, sample))), RATE, "distortion", "cut off flat"),
     ("44100 taken for 48000", clean, 44100, "wrong speed", "too low"),
     ("hum beside it", added(sine(50, 0.2)), RATE, "noise", "mains hum of 50 Hz"),
-    ("another tone instead", instead(sine(1000, 0.3)), RATE, "no tone", "another tone of 1000 Hz"),
+    ("another tone instead", instead(sine(1000, 0.3)), RATE, "no tone", "another tone of (999|1000|1001) Hz"),
     ("noise instead", instead(lambda: NOISE.gauss(0, 0.1 * FULL_SCALE)), RATE, "no tone", "but noise"),
     ("nothing", each(lambda *_: 0), RATE, "silence", "nothing at all"),
     ("one channel inverted", lambda left, right, _: (left, [-one for one in right]), RATE, "inverted channel", "inverted"),
@@ -158,7 +158,7 @@ class Loopback(HostTest):
                     results.append(self.verdict(bend, rate))
                     self.assertNotEqual(results[-1]["verdict"], "pass")
                 self.assertEqual(results[-1]["verdict"], verdict, [result["reason"] for result in results])
-                self.assertIn(reason, results[-1]["reason"])
+                self.assertRegex(results[-1]["reason"], reason)
 
 
 if __name__ == "__main__":
