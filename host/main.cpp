@@ -4,6 +4,7 @@
 
 #include "host/base/system.h"
 #include "host/call/module_messages.h"
+#include "host/restoring/guardian.h"
 #include "host/shell/command_line.h"
 #include "host/shell/completion.h"
 
@@ -21,14 +22,22 @@ CommandResult CarryOut(const Options& options) {
     case Options::Command::kRun: return RunContract(options);
     case Options::Command::kCheck: return CheckContract(options);
     case Options::Command::kLimits: return ShowLimits(options);
+    case Options::Command::kRestore: return RestoreSettings(options);
     case Options::Command::kVersion: return ShowVersion(options);
     case Options::Command::kCompletion: break;
   }
   return TextResult(CompletionScript(options.shell));
 }
 
+// Whether the command looks at endpoints.
+bool NeedsSettings(Options::Command command) {
+  using Command = Options::Command;
+  return command == Command::kList || command == Command::kPlay || command == Command::kRecord ||
+         command == Command::kRepeat || command == Command::kRun;
+}
+
 CommandResult ResultOf(const std::vector<std::string>& arguments, std::string& command) {
-  CommandResult result;
+  CommandResult result, before;
   try {
     const std::variant<Options, HelpText> asked = ParseCommandLine(arguments);
     if (const HelpText* help = std::get_if<HelpText>(&asked)) {
@@ -37,14 +46,17 @@ CommandResult ResultOf(const std::vector<std::string>& arguments, std::string& c
     }
     const Options& options = std::get<Options>(asked);
     command = CommandWord(options.command);
-    return CarryOut(options);
+    if (NeedsSettings(options.command)) before = PutBackLeftSettings(options);
+    result = CarryOut(options);
   } catch (const Failure& failure) {
     result.failure = failure;
   } catch (const std::exception& error) {
     result.failure = Failure(ExitCode::kBroken, std::string("rmthost can't go on: ") + error.what() + ".",
                              "Try again; if it stays, report it with what was typed.");
   }
-  result.exitCode = result.failure->exitCode;
+  if (result.failure.has_value() && result.exitCode == ExitCode::kPass) result.exitCode = result.failure->exitCode;
+  result.notes = before.notes + result.notes;
+  result.leftRuns = before.json;
   return result;
 }
 
@@ -67,6 +79,7 @@ int Serve() {
 int main(int argc, char** argv) {
   const std::vector<std::string> arguments = Arguments(argc, argv);
   if (arguments == std::vector<std::string>{kModuleProcess}) return Serve();
+  if (arguments == std::vector<std::string>{kGuardianProcess}) return ServeAsGuardian();
   if (!arguments.empty() && arguments.front() == kCompleteWord) {
     Print(Candidates({arguments.begin() + 1, arguments.end()}));
     return 0;

@@ -19,6 +19,7 @@ std::string JsonDocument(const std::string& command, const CommandResult& result
                                  {"ok", result.exitCode == ExitCode::kPass},
                                  {"exitCode", result.exitCode}});
   if (!result.json.empty()) AppendMember(document, "result", result.json);
+  if (!result.leftRuns.empty()) AppendMember(document, "leftRuns", result.leftRuns);
   if (result.failure.has_value()) AppendMember(document, "error", TextOf(*result.failure));
   return document + "\n";
 }

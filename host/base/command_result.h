@@ -18,6 +18,7 @@ struct CommandResult {
   std::string json;                // the same as the text of a JSON object; may be empty
   std::optional<Failure> failure;  // goes to standard error, or into the JSON document
   std::string notes;               // lines for standard error, when there is no JSON document
+  std::string leftRuns;            // the text of a JSON array: what was put back first of runs before; may be empty
 
   static constexpr auto Members() {
     return std::tuple(Member("exitCode", &CommandResult::exitCode), Member("text", &CommandResult::text),

@@ -20,7 +20,7 @@ inline constexpr const char* kExitCodesHelp =
     "  0    the test passed, or the command did what it was asked\n"
     "  1    the test did not pass, or the check found more than added defaults\n"
     "  2    usage error or bad input\n"
-    "  3    endpoint not found, not active, or not named unambiguously\n"
+    "  3    endpoint not found, not active, not named unambiguously, or held by another test\n"
     "  4    platform or module error; the module crashed\n"
     "  5    the module took longer than --timeout allows\n"
     "  6    the settings of an endpoint could not be put back\n"

@@ -13,7 +13,9 @@
 namespace host {
 namespace {
 
-constexpr std::array kSignals = {SIGINT, SIGTERM, SIGHUP};
+// All that end a process from outside and can be noted. What its own fault ends, or SIGKILL, its guardian notices.
+constexpr std::array kSignals = {SIGINT,  SIGTERM, SIGHUP,    SIGQUIT, SIGUSR1, SIGUSR2,
+                                 SIGALRM, SIGXCPU, SIGVTALRM, SIGPROF, SIGPOLL};
 
 std::atomic<int> g_event = -1;
 std::array<struct sigaction, kSignals.size()> g_before;

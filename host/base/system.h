@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -16,6 +17,10 @@ std::filesystem::path ProgramDirectory();
 
 // The directory of the module's log.
 std::filesystem::path LogDirectory();
+
+std::int64_t ProcessId();
+// The computer's name; empty when it has none.
+std::string MachineName();
 
 bool IsTerminal(std::FILE* stream);
 // Columns of the terminal that a stream is on; 80 when that isn't known.

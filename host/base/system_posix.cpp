@@ -1,4 +1,5 @@
 #include <sys/ioctl.h>
+#include <sys/utsname.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -20,6 +21,13 @@ std::filesystem::path ProgramDirectory() {
 std::filesystem::path LogDirectory() {
   const char* const named = secure_getenv("ZQRMT_LOG_DIRECTORY");
   return named == nullptr || *named == '\0' ? ZQRMT_LOG_DIRECTORY : named;
+}
+
+std::int64_t ProcessId() { return getpid(); }
+
+std::string MachineName() {
+  utsname names{};
+  return uname(&names) == 0 ? names.nodename : "";
 }
 
 bool IsTerminal(std::FILE* stream) { return isatty(fileno(stream)) == 1; }

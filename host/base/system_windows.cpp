@@ -34,6 +34,15 @@ std::filesystem::path ProgramDirectory() {
 
 std::filesystem::path LogDirectory() { return ZQRMT_LOG_DIRECTORY; }
 
+std::int64_t ProcessId() { return GetCurrentProcessId(); }
+
+std::string MachineName() {
+  std::wstring name(MAX_COMPUTERNAME_LENGTH + 1, L'\0');
+  auto size = static_cast<DWORD>(name.size());
+  name.resize(GetComputerNameW(name.data(), &size) != 0 ? size : 0);
+  return text::ToUtf8(std::u16string(name.begin(), name.end()));
+}
+
 bool IsTerminal(std::FILE* stream) { return _isatty(_fileno(stream)) != 0; }
 
 int TerminalWidth(std::FILE* stream) {

@@ -2,21 +2,22 @@
 
 #include <fmt/format.h>
 
-#include <future>
 #include <thread>
 
 #include "host/base/json.h"
 #include "host/call/child_process.h"
 #include "host/call/module_call.h"
 #include "host/endpoints/platform.h"
+#include "host/restoring/endpoint_locks.h"
+#include "host/restoring/guardian.h"
+#include "host/restoring/left_runs.h"
+#include "host/restoring/put_back_in_time.h"
+#include "host/restoring/settings_record.h"
 
 namespace host {
 namespace {
 
 using Seconds = std::chrono::duration<double>;
-
-// Longer than the platforms need to find out that the audio system is gone.
-constexpr std::chrono::seconds kRestoreTime{15};
 
 std::optional<Failure> FailureOf(const ChildEnd& end, Seconds timeout) {
   switch (end.how) {
@@ -59,26 +60,18 @@ std::vector<Endpoint> SettingsBefore(const CallRequest& request) {
   return ReachedEndpoints(ReadEndpoints(), request);
 }
 
-// On a connection of its own, as the audio system may have gone and come back; and on a thread of its own, as the audio
-// system may hang, and rmthost must not.
-Restoration PutBackInTime(const std::string& platform, const std::vector<Endpoint>& saved) {
-  std::packaged_task<Restoration()> task([platform, saved] {
-    try {
-      const Platform connection(platform);
-      return PutBack(saved);
-    } catch (const Failure& failure) {
-      return FailedRestoration(saved, failure.message);
-    }
-  });
-  std::future<Restoration> done = task.get_future();
-  std::thread worker(std::move(task));
-  if (done.wait_for(kRestoreTime) == std::future_status::ready) {
-    worker.join();
-    return done.get();
-  }
-  worker.detach();
-  return FailedRestoration(saved, fmt::format("the audio system doesn't answer within {} s", kRestoreTime.count()));
+CallReport CallInChild(const CallRequest& request, Seconds timeout, const Interruption& interruption,
+                       ChildEnd::How* how = nullptr) {
+  const ChildEnd end =
+      RunSelf(kModuleProcess, TextOf(ModuleRequest{.call = request, .check = {}}), timeout, interruption);
+  if (how != nullptr) *how = end.how;
+  CallReport report = ReportOf(end, timeout);
+  if (!report.called) throw Failure(*report.failure);
+  return report;
 }
+
+// What a process that was ended had sent, a sound server may carry out a little later.
+constexpr std::chrono::milliseconds kSettling{100};
 
 }  // namespace
 
@@ -90,16 +83,30 @@ void from_json(const Json& json, InterruptionKind& kind) {
   }
 }
 
-CallReport CallGuarded(const CallRequest& request, Seconds timeout, const Interruption& interruption) {
-  const bool endsWithProcess = EndsWithProcess(request.platform);
-  std::vector<Endpoint> saved;
-  if (!endsWithProcess) saved = SettingsBefore(request);
+CallReport CallGuarded(const CallRequest& request, const Guarding& guarding, const Interruption& interruption) {
+  if (EndsWithProcess(request.platform)) return CallInChild(request, guarding.timeout, interruption);
 
-  const ChildEnd end =
-      RunSelf(kModuleProcess, TextOf(ModuleRequest{.call = request, .check = {}}), timeout, interruption);
-  CallReport report = ReportOf(end, timeout);
-  if (!report.called) throw Failure(*report.failure);
-  if (!endsWithProcess) report.restored = PutBackInTime(request.platform, saved);
+  const std::string platform = LastingPlatform(request.platform);
+  const EndpointLocks locks =
+      EndpointLocks::Take(SettingsBefore(request), guarding.wait, guarding.tellOfWait, interruption);
+  // What a run left that died just now, while this one waited for it, isn't how a person had it.
+  LookAtLeftRuns(LeftRuns::kPutBack, platform, locks);
+  const std::vector<Endpoint> saved = SettingsBefore(request);
+  if (saved.empty()) {
+    CallReport report = CallInChild(request, guarding.timeout, interruption);
+    report.restored = PutBackInTime(platform, saved);
+    return report;
+  }
+
+  SettingsRecord record = SettingsRecord::Keep(SettingsOf(platform, saved));
+  Guardian guardian(record.File());
+  ChildEnd::How how = ChildEnd::How::kExited;
+  CallReport report = CallInChild(request, guarding.timeout, interruption, &how);
+  if (how != ChildEnd::How::kExited) std::this_thread::sleep_for(kSettling);
+  report.restored = PutBackInTime(platform, saved);
+  // Otherwise the record stays, for 'rmthost restore' and for whoever runs next.
+  if (report.restored.Summary() != Restoration::State::kNo) record.Remove();
+  guardian.Dismiss();
   return report;
 }
 

@@ -8,7 +8,7 @@
 #include "host/analysis/findings.h"
 #include "host/base/command_result.h"
 #include "host/base/member.h"
-#include "host/call/restoration.h"
+#include "host/restoring/restoration.h"
 #include "host/contract/contract.h"
 #include "host/endpoints/refused_operation.h"
 #include "host/listening/sound_summary.h"

@@ -13,7 +13,7 @@ namespace host {
 
 // What the command line asks for.
 struct Options {
-  enum class Command { kList, kPlay, kRecord, kRepeat, kRun, kCheck, kLimits, kVersion, kCompletion };
+  enum class Command { kList, kPlay, kRecord, kRepeat, kRun, kCheck, kLimits, kRestore, kVersion, kCompletion };
 
   Command command = Command::kList;
   Test test = Test::kPlay;                // play, record, repeat, run
@@ -31,10 +31,12 @@ struct Options {
   bool failFast = false;                  // repeat
   std::string contract;                   // run, check: a file, or "-" for standard input
   bool all = false;                       // check: every finding in the text, not the first few of each kind
+  bool onlyList = false;                  // restore: put nothing back
   std::string shell;                      // completion
   std::string platform = "auto";
   std::optional<std::string> module;
   double timeout = kDefaultTimeout;  // seconds
+  double wait = kDefaultWait;        // seconds
   Colour colour = Colour::kAuto;
   bool json = false;
   bool quiet = false;
@@ -48,7 +50,12 @@ CommandResult RepeatRuns(const Options& options, const Style& style);
 CommandResult RunContract(const Options& options);
 CommandResult CheckContract(const Options& options);
 CommandResult ShowLimits(const Options& options);
+CommandResult RestoreSettings(const Options& options);
 CommandResult ShowVersion(const Options& options);
+
+// What a command that lists or tests endpoints does first: puts back what runs on the same platform left that are gone, and
+// says so in `notes` and `json` of the result. Never throws.
+CommandResult PutBackLeftSettings(const Options& options) noexcept;
 
 // The limits that the options and their file give. Throws Failure for a file that can't be used, and for limits that
 // nothing can meet.

@@ -3,6 +3,7 @@
 #include <fmt/chrono.h>
 
 #include <chrono>
+#include <cstdio>
 #include <ctime>
 
 #include "host/call/guarded_call.h"
@@ -20,6 +21,15 @@ std::chrono::duration<double> UsualTime(const CallRequest& request) {
   const bool onlyListens =
       request.test == Test::kRecord && EndpointsNamedIn(request.test, request.contract).render.empty();
   return std::chrono::duration<double>(onlyListens ? 3.1 : 1.1);
+}
+
+Guarding GuardingOf(const Options& options) {
+  const auto tell = [isTold = !options.quiet && !options.json](const std::string& busy) {
+    if (isTold) std::fprintf(stderr, "rmthost: %s; waiting.\n", text::Printable(busy).c_str());
+  };
+  return {.timeout = std::chrono::duration<double>(options.timeout),
+          .wait = std::chrono::duration<double>(options.wait),
+          .tellOfWait = tell};
 }
 
 void ChooseEndpoints(const Options& options, const std::string& platform, RunRecord& run) {
@@ -45,7 +55,7 @@ void RunModule(const CallRequest& request, const Options& options, const Interru
   {
     std::optional<Progress> progress;
     if (!options.quiet) progress.emplace(span, UsualTime(request));
-    run.call = CallGuarded(request, std::chrono::duration<double>(options.timeout), interruption);
+    run.call = CallGuarded(request, GuardingOf(options), interruption);
   }
   run.log = text::Utf8FromPath(LogFile());
   if (options.verbose || options.report.has_value()) run.logLines = log.Lines();

@@ -28,6 +28,10 @@ class Platform {
 // the platform doesn't tell, as Windows' own.
 std::optional<RefusedOperation> LastRefusedOperation();
 
+// The platform in words that mean the same in another process: with the address of the sound server where the environment
+// names one.
+std::string LastingPlatform(const std::string& description);
+
 // Whether the endpoints of the platform live in the process that is on it, and end with it.
 bool EndsWithProcess(const std::string& description);
 

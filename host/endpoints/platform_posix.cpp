@@ -30,6 +30,12 @@ Platform::Platform(const std::string& description) {
 
 Platform::~Platform() { AudioPlatformUninitialize(); }
 
+std::string LastingPlatform(const std::string& description) {
+  const char* const server = std::getenv("PULSE_SERVER");
+  const bool isNamed = description == kSystemPlatform && server != nullptr && *server != '\0';
+  return isNamed ? description + ":" + server : description;
+}
+
 std::optional<RefusedOperation> LastRefusedOperation() {
   const std::unique_ptr<char, decltype(&std::free)> state(AudioPlatformState(), &std::free);
   return state == nullptr ? std::nullopt : RefusedOperationIn(state.get());

@@ -33,6 +33,8 @@ Platform::~Platform() {
   CoUninitialize();
 }
 
+std::string LastingPlatform(const std::string& description) { return description; }
+
 std::optional<RefusedOperation> LastRefusedOperation() { return RefusedOperationIn(virtual_audio::MachineState()); }
 
 }  // namespace host

@@ -2,6 +2,7 @@
 
 #include "host/base/json.h"
 #include "host/base/text_output.h"
+#include "host/restoring/restoration_json.h"
 
 namespace host {
 namespace {
@@ -20,8 +21,7 @@ void AddOutcome(const RunRecord& run, Json& json) {
 
 void AddCall(const RunRecord& run, Json& json) {
   json["seconds"] = run.call.seconds;
-  json["restored"] = {{"state", Word(run.call.restored.Summary())}};
-  json["restored"].update(Json(run.call.restored));
+  json["restored"] = ResultJson(run.call.restored);
   json["log"] = run.log;
   if (run.logLines.has_value()) json["logLines"] = *run.logLines;
 }

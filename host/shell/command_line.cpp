@@ -154,6 +154,10 @@ void AddCommands(CLI::App& app, Options& options) {
 
   CLI::App* limits = add(Command::kLimits, "Print the limits that a record test with a tone is held to, as JSON");
   AddText(*limits, "--limits", options.limitsFile, "A file with limits that are to be others")->option_text("FILE");
+  CLI::App* restore =
+      add(Command::kRestore, "Put back the settings that a test changed whose rmthost was killed or lost its power");
+  restore->add_flag("--list", options.onlyList, "Show what is left to put back, and put nothing back")
+      ->disable_flag_override();
   add(Command::kVersion, "Show the versions and files in use");
 
   CLI::App* help = app.add_subcommand(kHelpWord, "Show the help of rmthost or of a command");
@@ -184,6 +188,11 @@ void AddOptions(CLI::App& app, Options& options) {
          "When to colour the text: auto, always or never; auto, when not given, where a terminal shows it")
       ->option_text("WHEN")
       ->check(CLI::IsMember(std::vector<std::string>(kColourWords.begin(), kColourWords.end())));
+  app.add_option(
+         "--wait", options.wait,
+         fmt::format("How long to wait for another test of the same endpoints; {} when not given", kDefaultWait))
+      ->option_text("SECONDS")
+      ->check(Between(0, kLongestTimeout));
   app.add_flag("--json", options.json, "Write one JSON document to standard output, also for errors")
       ->disable_flag_override();
   app.add_flag("--quiet", options.quiet, "Print nothing but errors; the exit code tells")->disable_flag_override();
@@ -269,6 +278,7 @@ const char* CommandWord(Options::Command command) {
     case Options::Command::kRun: return "run";
     case Options::Command::kCheck: return "check";
     case Options::Command::kLimits: return "limits";
+    case Options::Command::kRestore: return "restore";
     case Options::Command::kVersion: return "version";
     case Options::Command::kCompletion: break;
   }

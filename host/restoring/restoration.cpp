@@ -1,4 +1,4 @@
-#include "host/call/restoration.h"
+#include "host/restoring/restoration.h"
 
 #include <fmt/format.h>
 
@@ -31,6 +31,25 @@ EndpointRestoration Known(const Endpoint& saved) {
   return known;
 }
 
+// What the system makes of full level, which may have steps.
+bool IsFull(float level) { return level > 0.995F; }
+
+void PutLevelsBack(const EndpointVolume& volume, const std::vector<float>& saved,
+                   const std::optional<std::vector<float>>& found, EndpointRestoration& done,
+                   std::vector<std::string>& refused) {
+  std::vector<float> wanted = saved;
+  if (found.has_value() && found->size() == saved.size()) {
+    for (std::size_t channel = 0; channel < saved.size(); ++channel) {
+      if (!IsFull((*found)[channel])) wanted[channel] = (*found)[channel];
+    }
+  }
+  if (wanted != saved) done.kept.emplace_back("levels");
+  if (wanted == found) return;
+  // To the last bit: a level that went through the module's floats comes back as it was.
+  const bool isBack = volume.SetLevels(wanted) && volume.Levels() == wanted;
+  (isBack ? done.putBack : refused).emplace_back("levels");
+}
+
 EndpointRestoration PutBack(const Endpoint& saved) {
   EndpointRestoration done = Known(saved);
   if (done.unknown.size() == 2) return done;
@@ -40,14 +59,19 @@ EndpointRestoration PutBack(const Endpoint& saved) {
     done.error = "the endpoint is not there any more, or the audio system doesn't answer";
     return done;
   }
-  const auto isMuteBack = [&] { return !saved.muted.has_value() || volume->Muted() == saved.muted; };
-  // To the last bit: a level that went through the module's floats comes back as it was.
-  const auto areLevelsBack = [&] { return !saved.levels.has_value() || volume->Levels() == saved.levels; };
+  const std::optional<bool> muted = volume->Muted();
+  const std::optional<std::vector<float>> levels = volume->Levels();
+  done.found = SettingsText(levels, muted);
   std::vector<std::string> refused;
-  if (!isMuteBack()) (volume->SetMuted(*saved.muted) && isMuteBack() ? done.putBack : refused).emplace_back("mute");
-  if (!areLevelsBack()) {
-    (volume->SetLevels(*saved.levels) && areLevelsBack() ? done.putBack : refused).emplace_back("levels");
+  if (saved.muted.has_value() && muted != saved.muted) {
+    if (muted == true) {
+      done.kept.emplace_back("mute");
+    } else {
+      const bool isBack = volume->SetMuted(*saved.muted) && volume->Muted() == saved.muted;
+      (isBack ? done.putBack : refused).emplace_back("mute");
+    }
   }
+  if (saved.levels.has_value() && levels != saved.levels) PutLevelsBack(*volume, *saved.levels, levels, done, refused);
   if (!refused.empty()) done.error = fmt::format("the audio system doesn't take its {}", fmt::join(refused, " and "));
   done.after = SettingsText(volume->Levels(), volume->Muted());
   return done;
@@ -70,7 +94,7 @@ State Restoration::Summary() const {
 
 bool Restoration::FoundAllAsBefore() const {
   return std::all_of(endpoints.begin(), endpoints.end(), [](const EndpointRestoration& endpoint) {
-    return endpoint.putBack.empty() && endpoint.unknown.empty() && !endpoint.error.has_value();
+    return endpoint.putBack.empty() && endpoint.kept.empty() && endpoint.unknown.empty() && !endpoint.error.has_value();
   });
 }
 
@@ -100,6 +124,9 @@ std::string RestorationText(const Restoration& restoration) {
     if (endpoint.error.has_value()) tell(*endpoint.error);
     if (endpoint.error.has_value() && endpoint.before.has_value()) text += ", and it had " + *endpoint.before;
     if (!endpoint.putBack.empty()) tell(fmt::format("{} put back", fmt::join(endpoint.putBack, " and ")));
+    if (!endpoint.kept.empty()) {
+      tell(fmt::format("{} changed by somebody meanwhile, and left so", fmt::join(endpoint.kept, " and ")));
+    }
     if (!endpoint.unknown.empty()) tell(fmt::format("{} unknown", fmt::join(endpoint.unknown, " and ")));
   }
   return text::Printable(text);
@@ -107,7 +134,7 @@ std::string RestorationText(const Restoration& restoration) {
 
 Failure NotRestored(const Restoration& restoration) {
   return {ExitCode::kNotRestored, fmt::format("The settings could not be put back ({}).", RestorationText(restoration)),
-          "Set them by hand in the system's sound settings."};
+          "Set them by hand in the system's sound settings; 'rmthost restore' tries again."};
 }
 
 }  // namespace host

@@ -1,0 +1,120 @@
+#include <windows.h>
+
+#include <fmt/format.h>
+
+#include <array>
+#include <cstddef>
+#include <system_error>
+#include <vector>
+
+#include "host/base/failure.h"
+#include "host/restoring/detached_process.h"
+
+namespace host {
+namespace {
+
+constexpr DWORD kReceiveMilliseconds = 5000;
+constexpr DWORD kEndMilliseconds = 1000;
+
+Failure NoProcess(const char* operation) {
+  const std::string reason = std::system_category().message(static_cast<int>(GetLastError()));
+  return {ExitCode::kBroken,
+          fmt::format("The settings can't be given a process that guards them: {}: {}.", operation, reason),
+          "Close other programs and try again."};
+}
+
+HANDLE HandleOf(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+std::intptr_t NumberOf(HANDLE handle) { return reinterpret_cast<std::intptr_t>(handle); }
+
+// A pipe of which the process to come gets one end.
+struct Pipe {
+  HANDLE reading = nullptr, writing = nullptr;
+
+  Pipe() {
+    if (!CreatePipe(&reading, &writing, nullptr, 0)) throw NoProcess("CreatePipe");
+  }
+};
+
+HANDLE Start(const std::string& command, HANDLE input, HANDLE output) {
+  STARTUPINFOEXW startup{};
+  startup.StartupInfo.cb = sizeof startup;
+  startup.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
+  startup.StartupInfo.hStdInput = input;
+  startup.StartupInfo.hStdOutput = output;
+  std::array<HANDLE, 2> inherited = {input, output};
+  for (const HANDLE handle : inherited) SetHandleInformation(handle, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
+  // Nothing else: a pipe of a shell's would wait for this process too.
+  SIZE_T size = 0;
+  InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+  std::vector<std::byte> attributes(size);
+  startup.lpAttributeList = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(attributes.data());
+  if (!InitializeProcThreadAttributeList(startup.lpAttributeList, 1, 0, &size) ||
+      !UpdateProcThreadAttribute(startup.lpAttributeList, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, inherited.data(),
+                                 sizeof inherited, nullptr, nullptr)) {
+    throw NoProcess("UpdateProcThreadAttribute");
+  }
+  std::wstring program(32768, L'\0');  // the longest path there is
+  program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
+  std::wstring line = L"rmthost " + std::wstring(command.begin(), command.end());
+  constexpr DWORD kFlags = DETACHED_PROCESS | CREATE_NEW_PROCESS_GROUP | EXTENDED_STARTUPINFO_PRESENT;
+  PROCESS_INFORMATION made{};
+  // Out of a job that is ended as a whole, where that job allows it.
+  BOOL started = FALSE;
+  for (const DWORD breakaway : {DWORD{CREATE_BREAKAWAY_FROM_JOB}, DWORD{0}}) {
+    if (started) break;
+    started = CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, kFlags | breakaway, nullptr, nullptr,
+                             &startup.StartupInfo, &made);
+  }
+  DeleteProcThreadAttributeList(startup.lpAttributeList);
+  if (!started) throw NoProcess("CreateProcess");
+  CloseHandle(made.hThread);
+  return made.hProcess;
+}
+
+}  // namespace
+
+DetachedProcess::DetachedProcess(const std::string& command) {
+  const Pipe input, output;
+  process_ = NumberOf(Start(command, input.reading, output.writing));
+  CloseHandle(input.reading);
+  CloseHandle(output.writing);
+  channel_ = NumberOf(input.writing);
+  output_ = NumberOf(output.reading);
+}
+
+DetachedProcess::~DetachedProcess() {
+  for (const std::intptr_t handle : {channel_, output_, process_}) {
+    if (handle != -1) CloseHandle(HandleOf(handle));
+  }
+}
+
+void DetachedProcess::SendLine(const std::string& line) {
+  const std::string whole = line + "\n";
+  DWORD written = 0;
+  WriteFile(HandleOf(channel_), whole.data(), static_cast<DWORD>(whole.size()), &written, nullptr);
+}
+
+std::string DetachedProcess::ReceiveLine() {
+  std::string line;
+  for (const ULONGLONG end = GetTickCount64() + kReceiveMilliseconds; GetTickCount64() < end;) {
+    DWORD available = 0, got = 0;
+    char byte = 0;
+    if (!PeekNamedPipe(HandleOf(output_), nullptr, 0, nullptr, &available, nullptr)) return "";
+    if (available == 0) {
+      Sleep(1);
+    } else if (!ReadFile(HandleOf(output_), &byte, 1, &got, nullptr) || got != 1) {
+      return "";
+    } else if (byte == '\n') {
+      // The other end's stream may write lines as Windows has them.
+      if (line.ends_with('\r')) line.pop_back();
+      return line;
+    } else {
+      line += byte;
+    }
+  }
+  return "";
+}
+
+void DetachedProcess::AwaitEnd() { WaitForSingleObject(HandleOf(process_), kEndMilliseconds); }
+
+}  // namespace host
