@@ -37,6 +37,8 @@ class OnServer(HostTest):
             time.sleep(0.02)
         self.fail("the test doesn't begin")
 
+
+class Server(OnServer):
     def test_a_test_is_played_heard_and_leaves_no_trace(self):
         result = self.document(*RECORD, machine=None)["result"]
         self.assertEqual((result["platform"], result["verdict"]), ("pulse", "pass"))
