@@ -1,5 +1,6 @@
 #include <climits>
 #include <cuchar>
+#include <cwchar>
 
 #include "text/narrow.h"
 
@@ -18,6 +19,8 @@ std::string WideToNarrow(std::u16string_view text) {
     if (narrow.size() + count > text.size()) break;
     narrow.append(bytes, count);
   }
+  // The first half of a surrogate pair gives no bytes until the second comes. Without one it has no narrow form.
+  if (std::mbsinit(&state) == 0) return {};
   return narrow;
 }
 

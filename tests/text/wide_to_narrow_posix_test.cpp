@@ -12,6 +12,8 @@ TEST(WideToNarrow, FollowsTheLocale) {
   ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
   EXPECT_EQ(text::WideToNarrow(u"caf\u00e9"), "caf") << "cut to as many bytes as there are units";
   EXPECT_EQ(text::WideToNarrow(u"\u00e9\u00e9\u00e9"), "\u00e9");
+  EXPECT_EQ(text::WideToNarrow(u"12\U0001F600"), "12") << "whole characters only";
+  EXPECT_EQ(text::WideToNarrow(u"smile \xD83D"), "") << "half a character has no form in any locale";
 }
 
 }  // namespace
