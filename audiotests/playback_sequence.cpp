@@ -35,14 +35,13 @@ void AudioPlaybackTestClass::RunContract(const char16_t* text) {
     return;
   }
   try {
-    Play(core->DeviceInfo->DeviceInstanceID);
-    ReportOutcome(ZQRMT_OUTCOME_PLAYBACK_PASSED, logger, core);
+    PlayAndReport(core->DeviceInfo->DeviceInstanceID);
   } catch (int outcome) {
     ReportOutcome(outcome, logger, core);
   }
 }
 
-void AudioPlaybackTestClass::Play(const std::u16string& renderName) {
+void AudioPlaybackTestClass::PlayAndReport(const std::u16string& renderName) {
   // Binds the default endpoint first: on a system without one the test fails, whichever endpoint the contract names.
   audio::AudioRenderStreamClass render;
   audio::ToneSourceClass tone(kLowestFrequency, kHighestFrequency);
@@ -55,6 +54,8 @@ void AudioPlaybackTestClass::Play(const std::u16string& renderName) {
   PlayOut(render);
   settings.RestoreMute();
   settings.RestoreLevels();
+  // The pass is the last step of the sequence, reported while the stream is still held.
+  ReportOutcome(ZQRMT_OUTCOME_PLAYBACK_PASSED, logger, contract->CoreData.get());
 }
 
 }  // namespace ZQ_RMT_TESTS_AUDIO

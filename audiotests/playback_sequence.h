@@ -19,8 +19,9 @@ class AudioPlaybackTestClass {
 
  private:
   void RunContract(const char16_t* text);
-  // Throws the outcome code of a step that fails. What was changed on the endpoint before that stays changed.
-  static void Play(const std::u16string& renderName);
+  // Plays the tone on the endpoint and reports the pass. Throws the outcome code of a step that fails; what was changed
+  // on the endpoint before that stays changed.
+  void PlayAndReport(const std::u16string& renderName);
 
   logging::Logger* logger = CreateTestLogger();
   std::unique_ptr<ZQ_RMT_MODELS::RMTDataContract> contract;  // of the call in progress
