@@ -10,8 +10,17 @@
 namespace audio {
 namespace {
 
-// The property with the device format of the system's default capture endpoint; the caller clears it.
-PROPVARIANT DefaultDeviceFormat(ComPtr<IMMDeviceEnumerator> enumerator) {
+// As much of a wave format as the value holds, with 0 behind it. All of it is 0 if the endpoint lacks the property; the
+// negotiation fails then.
+CaptureFormatBlock FormatFrom(const PROPVARIANT& value) {
+  CaptureFormatBlock format;
+  if (value.vt != VT_BLOB || value.blob.pBlobData == nullptr) return format;
+  std::memcpy(&format, value.blob.pBlobData, std::min<std::size_t>(sizeof format, value.blob.cbSize));
+  return format;
+}
+
+// The device format of the system's default capture endpoint.
+CaptureFormatBlock DefaultDeviceFormat(ComPtr<IMMDeviceEnumerator> enumerator) {
   ComPtr<IMMDevice> device;
   Require(enumerator->GetDefaultAudioEndpoint(eCapture, eMultimedia, device.Receive()), device);
   // Properties may come with any success status.
@@ -20,15 +29,12 @@ PROPVARIANT DefaultDeviceFormat(ComPtr<IMMDeviceEnumerator> enumerator) {
   PROPVARIANT value;
   PropVariantInit(&value);
   if (FAILED(properties->GetValue(PKEY_AudioEngine_DeviceFormat, &value))) throw kPlatformError;
-  return value;
-}
-
-// As much of a wave format as the value holds, with 0 behind it. All of it is 0 if the endpoint lacks the property; the
-// negotiation fails then.
-CaptureFormatBlock FormatFrom(const PROPVARIANT& value) {
-  CaptureFormatBlock format;
-  if (value.vt != VT_BLOB || value.blob.pBlobData == nullptr) return format;
-  std::memcpy(&format, value.blob.pBlobData, std::min<std::size_t>(sizeof format, value.blob.cbSize));
+  const CaptureFormatBlock format = FormatFrom(value);
+  enumerator.Reset();
+  device.Reset();
+  properties.Reset();
+  // The format is copied by now, so it doesn't matter to the test whether this succeeds.
+  PropVariantClear(&value);
   return format;
 }
 
@@ -46,10 +52,7 @@ void AudioCaptureStreamClass::Initialize() {
 
 void AudioCaptureStreamClass::NegotiateFormat() {
   // The offer is the format of the system's default capture endpoint, whichever endpoint is bound.
-  PROPVARIANT value = DefaultDeviceFormat(CreateEnumerator());
-  format_ = FormatFrom(value);
-  // The format is copied by now, so it doesn't matter to the test whether this succeeds.
-  PropVariantClear(&value);
+  format_ = DefaultDeviceFormat(CreateEnumerator());
 
   WAVEFORMATEX* match = nullptr;
   const HRESULT status = client_->IsFormatSupported(AUDCLNT_SHAREMODE_SHARED, &format_.header, &match);

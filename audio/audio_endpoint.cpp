@@ -22,7 +22,7 @@ ComPtr<IMMDevice> FindActive(IMMDeviceEnumerator& enumerator, EDataFlow flow, st
   UINT count = 0;
   Require(endpoints->GetCount(&count));
 
-  name = text::LowerWide(std::move(name));
+  if (count != 0) name = text::LowerWide(std::move(name));
   // A count beyond 31 bits is taken for a negative one, so for no endpoint.
   for (std::int32_t index = 0; index < static_cast<std::int32_t>(count); ++index) {
     ComPtr<IMMDevice> device;
