@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 
 namespace logging {
 
@@ -12,11 +13,14 @@ namespace logging {
 // On Windows the system's errors 2, 3, 53, 123 and 267 mean "not found".
 bool Exists(const std::filesystem::path& path);
 
-// The size of a regular file in bytes. Raises "file_size".
-std::uintmax_t FileSize(const std::filesystem::path& path);
+// The size in bytes of the regular file that the path leads to; nothing if there is none. Raises "exists" as Exists
+// does, and "file_size" for something other than a regular file. Both come from one look at the file system, as another
+// process may move the file away between two.
+std::optional<std::uintmax_t> SizeIfThere(const std::filesystem::path& path);
 
 // Creates the directory unless it is there; its parent must be. Raises "create_directory", also when something other
-// than a directory is in its place.
+// than a directory is in its place. On POSIX systems everybody may read a new directory, whatever the umask, and only
+// its owner may write to it.
 void EnsureDirectory(const std::filesystem::path& path);
 
 }  // namespace logging

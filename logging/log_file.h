@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace logging {
@@ -12,11 +13,13 @@ inline constexpr char kLogExtension[] = ".LOG";
 // and the separator of the log directory, the result is kDefaultLogName, without a directory.
 std::string NormalizeLogName(std::string name);
 
-// The contents of a text file; empty if it can't be read.
+// The contents of a text file up to kMaxReadBytes; empty if it can't be read or is no regular file.
+inline constexpr std::size_t kMaxReadBytes = 65536;
 std::string ReadWholeFile(const std::string& path);
 
 // Appends the line with a single write, so that lines of several processes don't mix, and closes the file. Creates a
-// missing file. Failures are ignored: a log that can't be written must not fail a test.
+// missing file. Failures are ignored: a log that can't be written must not fail a test. Where the disk has no room for
+// all of the line, none of it stays, unless another process has written behind it.
 void AppendLine(const std::string& path, const std::string& line);
 
 }  // namespace logging

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <string_view>
 #include <utility>
 
 #include "logging/file_probe.h"
@@ -11,14 +10,13 @@
 #include "logging/local_time.h"
 #include "logging/log_directory.h"
 #include "logging/log_file.h"
+#include "logging/rotation.h"
 
 namespace logging {
 namespace {
 
 constexpr char kNoLog[] = "nolog";
 constexpr char kRedirectFile[] = "zqlgrphf.lef";
-constexpr std::uintmax_t kMaxBytes = 5000000;  // a larger log file is rotated before the next line
-constexpr std::int32_t kMaxFiles = 50;
 
 std::string CurrentTimeText() {
   return LocalTimeText(std::chrono::system_clock::to_time_t(std::chrono::system_clock::now()));
@@ -87,33 +85,8 @@ const LogRecord* Logger::Log(LogLevel level, std::int32_t id, MessageText text, 
 }
 
 void Logger::WriteLine() const {
-  if (Exists(path) && FileSize(path) > kMaxBytes) {
-    for (std::int32_t index = kMaxFiles; index >= 1; --index) RotateStep(index);
-  }
+  RotateIfLarge(path);
   AppendLine(path, LogLine(record));
-}
-
-// A rotation calls this with every index from kMaxFiles down to 1, which moves each file up by one:
-//
-//   ZQRMLOG.LOG -> ZQRMLOG_1.LOG -> ZQRMLOG_2.LOG -> ... -> ZQRMLOG_49.LOG -> ZQRMLOG_50.LOG -> gone
-//
-// Each step clears the place numbered kMaxFiles, so the file that the first step moves there is removed by the second,
-// and the highest number that remains is kMaxFiles - 1. Failures of remove and rename are ignored, because other
-// processes may be rotating the same files. A live file that can't be moved is tried again with the next line.
-void Logger::RotateStep(std::int32_t index) const {
-  const std::string stem = path.substr(0, path.size() - std::string_view(kLogExtension).size());
-  const auto numbered = [&](std::int32_t number) { return stem + "_" + std::to_string(number) + kLogExtension; };
-  const std::string top = numbered(kMaxFiles);
-  const std::string next = numbered(index + 1);
-  const std::string current = numbered(index);
-  const std::string previous = numbered(index - 1);
-  if (Exists(top)) std::remove(top.c_str());
-  if (Exists(current)) std::rename(current.c_str(), next.c_str());
-  if (index == 1) {
-    std::rename(path.c_str(), current.c_str());
-  } else if (Exists(previous)) {
-    std::rename(previous.c_str(), current.c_str());
-  }
 }
 
 }  // namespace logging

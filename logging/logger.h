@@ -82,7 +82,6 @@ class Logger {
  private:
   const LogRecord* Log(LogLevel level, std::int32_t id, MessageText text, double percent);
   void WriteLine() const;
-  void RotateStep(std::int32_t index) const;
 
   std::string name;
   LogRecord record;  // of the last accepted message; each one overwrites it

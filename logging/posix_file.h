@@ -1,0 +1,49 @@
+// Files on POSIX systems, opened so that nothing that stands in the place of a log can do harm.
+#pragma once
+
+#include <pthread.h>
+#include <unistd.h>
+
+#include <string>
+#include <utility>
+
+namespace logging {
+
+// Holds off the cancellation of the thread, which is acted on after it: opening, writing and closing would be places for
+// it, and a line would be left half written, or a file open.
+class CancellationHeldOff {
+ public:
+  CancellationHeldOff() { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &before_); }
+  CancellationHeldOff(const CancellationHeldOff&) = delete;
+  CancellationHeldOff& operator=(const CancellationHeldOff&) = delete;
+  ~CancellationHeldOff() { pthread_setcancelstate(before_, nullptr); }
+
+ private:
+  int before_ = PTHREAD_CANCEL_ENABLE;
+};
+
+// A file descriptor, closed at its end; negative for none. Used while cancellation is held off.
+class PosixFile {
+ public:
+  explicit PosixFile(int descriptor = -1) : descriptor_(descriptor) {}
+  PosixFile(PosixFile&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
+  PosixFile& operator=(PosixFile&&) = delete;
+  ~PosixFile() {
+    if (descriptor_ >= 0) close(descriptor_);
+  }
+
+  explicit operator bool() const { return descriptor_ >= 0; }
+  int Get() const { return descriptor_; }
+
+ private:
+  int descriptor_;
+};
+
+// Opens a regular file with the flags of open. Gives none if that fails or something else is there; a pipe or a device
+// is never waited for.
+//
+// Where anybody but root and this process's user can put names into the file's directory, a link is refused too, of both
+// kinds: it could lead a process with more rights to any file of theirs. In other directories a link is the owner's wish.
+PosixFile OpenRegularFile(const std::string& path, int flags);
+
+}  // namespace logging
