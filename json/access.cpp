@@ -121,7 +121,7 @@ bool ParseText(const std::u16string& text, Document& document) {
   bool parsed = false;
   auto parse = [&](Document& target) {
     rapidjson::GenericStringStream<Encoding> stream(source);
-    rapidjson::GenericReader<Encoding, Encoding> reader;
+    rapidjson::GenericReader<Encoding, Encoding, HeapAllocator> reader;
     FiniteNumbers handler(target);
     parsed = !reader.Parse<rapidjson::kParseIterativeFlag>(stream, handler).IsError();
     return parsed;
@@ -131,8 +131,9 @@ bool ParseText(const std::u16string& text, Document& document) {
 }
 
 std::u16string ValueToText(const Value& value) {
-  rapidjson::GenericStringBuffer<Encoding> buffer;
-  rapidjson::Writer<rapidjson::GenericStringBuffer<Encoding>, Encoding, Encoding> writer(buffer);
+  using Buffer = rapidjson::GenericStringBuffer<Encoding, HeapAllocator>;
+  Buffer buffer;
+  rapidjson::Writer<Buffer, Encoding, Encoding, HeapAllocator> writer(buffer);
   value.Accept(writer);
   return std::u16string(buffer.GetString(), buffer.GetSize() / sizeof(char16_t));
 }
