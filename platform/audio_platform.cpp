@@ -18,6 +18,11 @@ namespace {
 thread_local std::unique_ptr<platform::Front> t_platform;
 thread_local std::string t_error;
 
+HRESULT OutOfMemory() {
+  t_error = "Out of memory.";  // short enough to need no memory of its own
+  return E_OUTOFMEMORY;
+}
+
 }  // namespace
 
 namespace core_audio {
@@ -53,13 +58,12 @@ std::int32_t AudioPlatformInitialize(const char* description) {
     try {
       t_error = error.what();
     } catch (const std::bad_alloc&) {
-      return E_OUTOFMEMORY;
+      return OutOfMemory();
     }
     return error.Status();
   } catch (...) {
-    // Whatever else is thrown in here comes from the allocator. This sentence needs no memory of its own.
-    t_error = "Out of memory.";
-    return E_OUTOFMEMORY;
+    // Whatever else is thrown in here comes from the allocator.
+    return OutOfMemory();
   }
 }
 

@@ -13,13 +13,42 @@ namespace platform {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = nlohmann::json;
+
+// The text is put together from pieces. The library's own objects and lists end by way of a heap-allocated stack, and so
+// end the process where there is no memory; its texts and numbers don't.
+using Members = std::vector<std::pair<std::string_view, std::string>>;
+
+std::string Quoted(std::string_view name) { return '"' + std::string(name) + '"'; }
+
+std::string Object(const Members& members) {
+  std::string text;
+  for (const auto& [key, value] : members) text += (text.empty() ? "" : ",") + Quoted(key) + ':' + value;
+  return '{' + text + '}';
+}
+
+// The text of each item, as `textOf` gives it.
+template <class Items, class TextOf>
+std::string List(const Items& items, TextOf textOf) {
+  std::string text;
+  for (const auto& item : items) text += (text.empty() ? "" : ",") + textOf(item);
+  return '[' + text + ']';
+}
+
+// What a server calls itself needn't be UTF-8.
+std::string Text(std::string text) {
+  return Json(std::move(text)).dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string Text(const std::u16string& text) { return Text(text::ToUtf8(text)); }
+
+std::string Flag(bool flag) { return flag ? "true" : "false"; }
 
 // The shortest text that reads as the same float, where a double would show the digits that the float doesn't have.
-Json Number(float value) {
-  if (!std::isfinite(value)) return nullptr;
+std::string Number(float value) {
+  if (!std::isfinite(value)) return "null";
   char text[32];
-  return Json::parse(std::begin(text), std::to_chars(std::begin(text), std::end(text), value).ptr);
+  return Json::parse(std::begin(text), std::to_chars(std::begin(text), std::end(text), value).ptr).dump();
 }
 
 const char* NameOfState(DWORD state) {
@@ -31,7 +60,7 @@ const char* NameOfState(DWORD state) {
   }
 }
 
-std::string TextOf(const GUID& id) {
+std::string IdText(const GUID& id) {
   char text[40];
   const std::uint8_t* rest = id.Data4;
   std::snprintf(text, sizeof text, "{%08X-%04X-%04X-%02X%02X-%02X%02X%02X%02X%02X%02X}",
@@ -42,11 +71,11 @@ std::string TextOf(const GUID& id) {
 
 // An argument's value: an interface or a key goes by its published name, or by the text form of its identifier.
 struct ArgumentValue {
-  Json operator()(std::int64_t number) const { return number; }
-  Json operator()(float level) const { return Number(level); }
-  Json operator()(bool truth) const { return truth; }
+  std::string operator()(std::int64_t number) const { return std::to_string(number); }
+  std::string operator()(float level) const { return Number(level); }
+  std::string operator()(bool truth) const { return Flag(truth); }
 
-  Json operator()(const IID& iid) const {
+  std::string operator()(const IID& iid) const {
     const std::pair<const IID&, const char*> known[] = {
         {InterfaceId<IUnknown>(), "IUnknown"},
         {InterfaceId<IMMDeviceEnumerator>(), "IMMDeviceEnumerator"},
@@ -56,44 +85,43 @@ struct ArgumentValue {
         {InterfaceId<IAudioEndpointVolume>(), "IAudioEndpointVolume"},
     };
     for (const auto& [id, name] : known) {
-      if (id == iid) return name;
+      if (id == iid) return Quoted(name);
     }
-    return TextOf(iid);
+    return Quoted(IdText(iid));
   }
 
-  Json operator()(const PROPERTYKEY& key) const {
-    if (key == PKEY_AudioEngine_DeviceFormat) return "PKEY_AudioEngine_DeviceFormat";
-    if (key == PKEY_Device_FriendlyName) return "PKEY_Device_FriendlyName";
-    return TextOf(key.fmtid) + ' ' + std::to_string(key.pid);
+  std::string operator()(const PROPERTYKEY& key) const {
+    if (key == PKEY_AudioEngine_DeviceFormat) return Quoted("PKEY_AudioEngine_DeviceFormat");
+    if (key == PKEY_Device_FriendlyName) return Quoted("PKEY_Device_FriendlyName");
+    return Quoted(IdText(key.fmtid) + ' ' + std::to_string(key.pid));
   }
 };
 
-Json EndpointJson(const EndpointState& endpoint) {
+std::string EndpointText(const EndpointState& endpoint) {
   constexpr const char* kFlows[] = {"render", "capture"};
   constexpr const char* kRoles[] = {"console", "multimedia", "communications"};
-  Json roles = Json::array(), levels = Json::array();
-  for (const ERole role : endpoint.defaultRoles) roles.push_back(kRoles[role]);
-  for (const float level : endpoint.levels) levels.push_back(Number(level));
-  return {{"id", text::ToUtf8(endpoint.id)},
-          {"name", text::ToUtf8(endpoint.name)},
-          {"flow", kFlows[endpoint.key.flow]},
-          {"state", NameOfState(endpoint.state)},
-          {"default", std::move(roles)},
-          {"levels", std::move(levels)},
-          {"muted", endpoint.muted},
-          {"format",
-           {{"channels", endpoint.format.channels}, {"rate", endpoint.format.rate}, {"bits", endpoint.format.bits}}}};
+  return Object({{"id", Text(endpoint.id)},
+                 {"name", Text(endpoint.name)},
+                 {"flow", Quoted(kFlows[endpoint.key.flow])},
+                 {"state", Quoted(NameOfState(endpoint.state))},
+                 {"default", List(endpoint.defaultRoles, [&](ERole role) { return Quoted(kRoles[role]); })},
+                 {"levels", List(endpoint.levels, Number)},
+                 {"muted", Flag(endpoint.muted)},
+                 {"format", Object({{"channels", std::to_string(endpoint.format.channels)},
+                                    {"rate", std::to_string(endpoint.format.rate)},
+                                    {"bits", std::to_string(endpoint.format.bits)}})}});
 }
 
-Json CallJson(const TraceEntry& entry) {
-  Json call = {{"operation", kOperations[entry.operation.Index()]}};
-  if (entry.endpoint != nullptr) call["endpoint"] = text::ToUtf8(entry.endpoint->id);
-  Json& arguments = call["arguments"] = Json::object();
+std::string CallText(const TraceEntry& entry) {
+  Members call = {{"operation", Quoted(kOperations[entry.operation.Index()])}};
+  if (entry.endpoint != nullptr) call.emplace_back("endpoint", Text(entry.endpoint->id));
+  Members arguments;
   for (const Argument& argument : entry.arguments) {
-    arguments[argument.name] = std::visit(ArgumentValue(), argument.value);
+    arguments.emplace_back(argument.name, std::visit(ArgumentValue(), argument.value));
   }
-  call["status"] = entry.status;
-  return call;
+  call.emplace_back("arguments", Object(arguments));
+  call.emplace_back("status", std::to_string(entry.status));
+  return Object(call);
 }
 
 }  // namespace
@@ -104,27 +132,24 @@ std::string StateText(Backend& backend, const Journal& journal) {
   HRESULT status = backend.DescribeServer(&server);
   if (status == S_OK) status = backend.List(&endpoints);
 
-  Json state = {{"platform", backend.Name()}};
+  Members state = {{"platform", Text(backend.Name())}};
   if (journal.IsTraced()) {
-    state["liveObjects"] = journal.LiveObjects();
+    state.emplace_back("liveObjects", std::to_string(journal.LiveObjects()));
   } else {
-    state["status"] = status;
+    state.emplace_back("status", std::to_string(status));
   }
-  if (server) state["server"] = {{"name", server->name}, {"version", server->version}};
-  Json& list = state["endpoints"] = Json::array();
-  for (const EndpointState& endpoint : endpoints) list.push_back(EndpointJson(endpoint));
+  if (server) {
+    state.emplace_back("server", Object({{"name", Text(server->name)}, {"version", Text(server->version)}}));
+  }
+  state.emplace_back("endpoints", List(endpoints, EndpointText));
   if (const std::optional<Refusal>& refusal = journal.LastRefusal()) {
-    state["lastRefusal"] = {
-        {"operation", kOperations[refusal->operation.Index()]},
-        {"endpoint", refusal->endpoint == nullptr ? Json() : Json(text::ToUtf8(refusal->endpoint->name))},
-        {"status", refusal->status}};
+    state.emplace_back("lastRefusal",
+                       Object({{"operation", Quoted(kOperations[refusal->operation.Index()])},
+                               {"endpoint", refusal->endpoint == nullptr ? "null" : Text(refusal->endpoint->name)},
+                               {"status", std::to_string(refusal->status)}}));
   }
-  if (journal.IsTraced()) {
-    Json& trace = state["trace"] = Json::array();
-    for (const TraceEntry& entry : journal.Trace()) trace.push_back(CallJson(entry));
-  }
-  // What a server calls itself needn't be UTF-8.
-  return state.dump(-1, ' ', false, Json::error_handler_t::replace);
+  if (journal.IsTraced()) state.emplace_back("trace", List(journal.Trace(), CallText));
+  return Object(state);
 }
 
 }  // namespace platform

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -194,8 +193,8 @@ MachineDescription ParseDescription(std::string_view json) {
   constexpr std::string_view kKeys[] = {"clock", "seed", "endpoints", "faults"};
   constexpr std::string_view kClocks[] = {"real", "virtual"};
   if (json.starts_with(kByteOrderMark)) json.remove_prefix(kByteOrderMark.size());
-  const nlohmann::json document = ReadJson(json);
-  const Node root(&document, "");
+  const JsonTree document = ReadJson(json);
+  const Node root(&document.front(), "");
   root.AllowKeys(kKeys);
   MachineDescription machine;
   machine.hasVirtualClock = root["clock"].ChoiceOr(0, kClocks) == 1;

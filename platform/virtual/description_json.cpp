@@ -1,7 +1,6 @@
 #include "platform/virtual/description_json.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 #include <utility>
 #include <vector>
 
@@ -18,24 +17,22 @@ using Json = nlohmann::json;
 // give no place for a number that is too large. Nothing here recurses, however deeply a text is nested.
 class Builder final : public nlohmann::json_sax<Json> {
  public:
-  explicit Builder(std::string_view text) : text_(text) {}
+  Builder(std::string_view text, JsonTree& tree) : text_(text), tree_(tree) {}
 
-  Json Result() { return std::move(root_); }
-
-  bool null() override { return Put(nullptr) != nullptr; }
-  bool boolean(bool value) override { return Put(value) != nullptr; }
-  bool number_integer(number_integer_t value) override { return Put(value) != nullptr; }
-  bool number_unsigned(number_unsigned_t value) override { return Put(value) != nullptr; }
-  bool number_float(number_float_t value, const string_t&) override { return Put(value) != nullptr; }
-  bool string(string_t& value) override { return Put(std::move(value)) != nullptr; }
+  bool null() override { return Put({}); }
+  bool boolean(bool value) override { return Put({.scalar = value}); }
+  bool number_integer(number_integer_t value) override { return Put({.scalar = value}); }
+  bool number_unsigned(number_unsigned_t value) override { return Put({.scalar = value}); }
+  bool number_float(number_float_t value, const string_t&) override { return Put({.scalar = value}); }
+  bool string(string_t& value) override { return Put({.scalar = std::move(value)}); }
   bool binary(binary_t&) override { return false; }
-  bool start_object(std::size_t) override { return Open(Json::object()); }
+  bool start_object(std::size_t) override { return Open(JsonValue::Kind::kObject); }
   bool end_object() override { return Close(); }
-  bool start_array(std::size_t) override { return Open(Json::array()); }
+  bool start_array(std::size_t) override { return Open(JsonValue::Kind::kList); }
   bool end_array() override { return Close(); }
 
   bool key(string_t& key) override {
-    const bool isThere = open_.back().container->contains(key);
+    const bool isThere = open_.back().container->members.contains(key);
     open_.back().key = std::move(key);
     if (isThere) RefuseAt(Path(), "stands there twice");
     return true;
@@ -58,21 +55,26 @@ class Builder final : public nlohmann::json_sax<Json> {
  private:
   // An object or a list whose end has not been read.
   struct Level {
-    Json* container;
+    JsonValue* container;
     std::string key;  // of the member that was read last
   };
 
-  // Puts the value where the text has it. It stays at the address until its container gets another.
-  Json* Put(Json value) {
-    if (open_.empty()) return &(root_ = std::move(value));
-    Json& container = *open_.back().container;
-    if (container.is_object()) return &(container[open_.back().key] = std::move(value));
-    container.push_back(std::move(value));
-    return &container.back();
+  // Puts the value where the text has it.
+  bool Put(JsonValue value) {
+    const JsonValue& put = tree_.emplace_back(std::move(value));
+    if (open_.empty()) return true;
+    JsonValue& container = *open_.back().container;
+    if (container.kind == JsonValue::Kind::kObject) {
+      container.members.emplace(open_.back().key, &put);
+    } else {
+      container.elements.push_back(&put);
+    }
+    return true;
   }
 
-  bool Open(Json container) {
-    open_.push_back({Put(std::move(container)), {}});
+  bool Open(JsonValue::Kind kind) {
+    Put({.kind = kind});
+    open_.push_back({&tree_.back(), {}});
     return true;
   }
 
@@ -84,23 +86,25 @@ class Builder final : public nlohmann::json_sax<Json> {
   std::string Path() const {
     std::string path;
     for (const Level& level : open_) {
-      path = level.container->is_object() ? PathOfMember(path, level.key)
-                                          : PathOfElement(path, level.container->size() - 1);
+      path = level.container->kind == JsonValue::Kind::kObject
+                 ? PathOfMember(path, level.key)
+                 : PathOfElement(path, level.container->elements.size() - 1);
     }
     return path;
   }
 
   const std::string_view text_;
-  Json root_;
+  JsonTree& tree_;
   std::vector<Level> open_;
 };
 
 }  // namespace
 
-Json ReadJson(std::string_view text) {
-  Builder builder(text);
+JsonTree ReadJson(std::string_view text) {
+  JsonTree tree;
+  Builder builder(text, tree);
   Json::sax_parse(text, &builder);
-  return builder.Result();
+  return tree;
 }
 
 void RefuseAt(const std::string& place, std::string_view reason) {

@@ -1,7 +1,6 @@
 #include "platform/virtual/description_node.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 
 #include "platform/virtual/description_json.h"
 
@@ -9,13 +8,12 @@ namespace virtual_audio {
 
 namespace {
 
-using Json = nlohmann::json;
+using Kind = JsonValue::Kind;
 
-std::string Shown(const Json& value) {
+std::string Shown(const JsonValue& value) {
   constexpr std::size_t kMostShown = 80;
-  if (value.is_object()) return "an object";
-  if (value.is_array()) return "a list";
-  const std::string text = value.dump();
+  if (value.kind != Kind::kScalar) return value.kind == Kind::kObject ? "an object" : "a list";
+  const std::string text = value.scalar.dump();
   return text.size() > kMostShown ? "a long text" : text;
 }
 
@@ -30,26 +28,26 @@ std::string Listed(std::span<const std::string_view> words) {
 }  // namespace
 
 void Node::AllowKeys(std::span<const std::string_view> keys) const {
-  if (!value_->is_object()) Expect("an object");
-  for (const auto& [key, value] : value_->items()) {
+  if (value_->kind != Kind::kObject) Expect("an object");
+  for (const auto& [key, value] : value_->members) {
     if (std::find(keys.begin(), keys.end(), key) != keys.end()) continue;
     RefuseAt(PathOfMember(path_, key), "is not a key; the keys here are " + Listed(keys));
   }
 }
 
 Node Node::operator[](std::string_view key) const {
-  const auto member = value_->find(key);
-  return Node(member == value_->end() ? nullptr : &*member, PathOfMember(path_, key));
+  const auto member = value_->members.find(key);
+  return Node(member == value_->members.end() ? nullptr : member->second, PathOfMember(path_, key));
 }
 
-bool Node::IsNull() const { return IsThere() && value_->is_null(); }
+bool Node::IsNull() const { return IsThere() && value_->kind == Kind::kScalar && value_->scalar.is_null(); }
 
-bool Node::IsText(std::string_view text) const { return IsThere() && *value_ == text; }
+bool Node::IsText(std::string_view text) const { return IsThere() && value_->scalar == text; }
 
 std::string Node::Text() const {
   MustBeThere();
-  if (!value_->is_string()) Expect("a text");
-  const auto& text = value_->get_ref<const std::string&>();
+  if (!value_->scalar.is_string()) Expect("a text");
+  const auto& text = value_->scalar.get_ref<const std::string&>();
   if (text.find('\0') != text.npos) Refuse("must be Unicode text without a zero character");
   return text;
 }
@@ -68,32 +66,33 @@ std::size_t Node::ChoiceOr(std::size_t otherwise, std::span<const std::string_vi
 std::int64_t Node::WholeNumberOr(std::int64_t otherwise, std::int64_t lowest, std::int64_t highest) const {
   if (!IsThere()) return otherwise;
   // The bounds are exact as doubles, and a number above the 64 bits isn't within them.
-  if (!value_->is_number_integer() || value_->get<double>() < static_cast<double>(lowest) ||
-      value_->get<double>() > static_cast<double>(highest)) {
+  if (!value_->scalar.is_number_integer() || value_->scalar.get<double>() < static_cast<double>(lowest) ||
+      value_->scalar.get<double>() > static_cast<double>(highest)) {
     Expect("a whole number from " + std::to_string(lowest) + " to " + std::to_string(highest));
   }
-  return value_->get<std::int64_t>();
+  return value_->scalar.get<std::int64_t>();
 }
 
 double Node::NumberOr(double otherwise, double lowest, double highest) const {
   if (!IsThere()) return otherwise;
-  if (!value_->is_number() || value_->get<double>() < lowest || value_->get<double>() > highest) {
-    Expect("a number from " + Shown(lowest) + " to " + Shown(highest));
+  if (!value_->scalar.is_number() || value_->scalar.get<double>() < lowest || value_->scalar.get<double>() > highest) {
+    Expect("a number from " + Shown({.scalar = lowest}) + " to " + Shown({.scalar = highest}));
   }
-  return value_->get<double>();
+  return value_->scalar.get<double>();
 }
 
 bool Node::BooleanOr(bool otherwise) const {
   if (!IsThere()) return otherwise;
-  if (!value_->is_boolean()) Expect("true or false");
-  return value_->get<bool>();
+  if (!value_->scalar.is_boolean()) Expect("true or false");
+  return value_->scalar.get<bool>();
 }
 
 std::vector<Node> Node::Elements() const {
   std::vector<Node> elements;
   if (!IsThere()) return elements;
-  if (!value_->is_array()) Expect("a list");
-  for (const Json& element : *value_) elements.emplace_back(&element, PathOfElement(path_, elements.size()));
+  if (value_->kind != Kind::kList) Expect("a list");
+  for (const JsonValue* element : value_->elements)
+    elements.emplace_back(element, PathOfElement(path_, elements.size()));
   return elements;
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <nlohmann/json_fwd.hpp>
 #include <span>
 #include <string>
 #include <string_view>
@@ -10,12 +9,14 @@
 
 namespace virtual_audio {
 
+struct JsonValue;
+
 // A value in a description, or the lack of one, together with the path at which it stands. Reading a value as something
 // that it isn't throws platform::PlatformError with a sentence that begins with that path.
 class Node {
  public:
   // A null pointer is a value that isn't there.
-  Node(const nlohmann::json* value, std::string path) : value_(value), path_(std::move(path)) {}
+  Node(const JsonValue* value, std::string path) : value_(value), path_(std::move(path)) {}
 
   // Makes sure that this is an object with no other keys than these.
   void AllowKeys(std::span<const std::string_view> keys) const;
@@ -46,7 +47,7 @@ class Node {
   // Says what was expected, and what is there instead.
   [[noreturn]] void Expect(const std::string& what) const;
 
-  const nlohmann::json* value_;
+  const JsonValue* value_;
   std::string path_;
 };
 
