@@ -1,6 +1,6 @@
 #include "audiotests/module_logger.h"
 
-#include <filesystem>
+#include <exception>
 
 #include "audiotests/zqrmt_return_codes.h"
 #include "logging/log_directory.h"
@@ -21,9 +21,9 @@ logging::Logger* CreateTestLogger() {
       new logging::Logger(kSourceName, logging::GetLogDirectory().File(logging::kDefaultLogName), kComponentNumber);
   try {
     logger->LogNormal(0, "ZQRMTTestsAudio.dll. Version:" ZQRMT_VERSION, 0.0);
-  } catch (const std::filesystem::filesystem_error&) {
-    // Nobody above a static initialiser could handle it. Each test call meets the same probe and reports it to the
-    // host.
+  } catch (const std::exception&) {
+    // Nobody above a static initialiser could handle it. Each test call meets the same probe, or the same lack of
+    // memory, and reports it to the host.
   }
   return logger;
 }
