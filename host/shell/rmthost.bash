@@ -3,8 +3,13 @@
 
 # Readline puts a completion in the place of $2, which ends at the cursor and may begin inside a word or a quote:
 # "before" is the part of the word in front of it, "open" the quote. COMP_WORDS is split at = and :, so it is of no use.
+#
+# Other people choose the names of endpoints, which can hold what a shell carries out. Outside quotes printf quotes them.
+# Inside an open quote, only those are offered that need no quoting there. Nothing is offered for a word with a $ or a ` that
+# the shell acts on: $'...' is such a word, and what follows $( would be part of a command.
 _rmthost() {
-  local line=${COMP_LINE:0:COMP_POINT} word='' quote='' before='' open='' started='' files='' char candidate
+  local line=${COMP_LINE:0:COMP_POINT} word='' quote='' before='' open=unknown started='' replaced='' files=''
+  local char candidate
   local -a words=() found=()
   local -i at
   for ((at = 0; at <= ${#line}; ++at)); do
@@ -13,16 +18,19 @@ _rmthost() {
     # Inside double quotes a backslash quotes only these four characters.
     if [[ $char == \\ && ($quote == '' || $quote${line:at+1:1} == \"[\\\"\$\`]) ]]; then
       word+=${line:at+1:1} at+=1
-    elif [[ $quote ]]; then
-      if [[ $char == "$quote" ]]; then quote=''; else word+=$char; fi
-    elif [[ $char == [\'\"] ]]; then
+    elif [[ $quote && $char == "$quote" ]]; then
+      quote=''
+    elif [[ ! $quote && $char == [\'\"] ]]; then
       quote=$char started=yes
-    elif [[ $char != [[:space:]] ]]; then
+    elif [[ $quote || $char != [[:space:]] ]]; then
       word+=$char
+      [[ $char == [\$\`] && $quote != "'" ]] && replaced=yes
     elif [[ $word || $started ]]; then
-      words+=("$word") word='' started=''
+      words+=("$word") word='' started='' replaced=''
     fi
   done
+  COMPREPLY=()
+  [[ $replaced ]] && return
 
   mapfile -t found < <("${words[0]/#\~\//"$HOME"/}" __complete "${words[@]:1}" "$word" 2>/dev/null)
   if [[ ${found[0]-} == $'\tfile\t'* ]]; then
@@ -36,23 +44,18 @@ _rmthost() {
     found=("${found[@]/#/"$option"}")
   fi
 
-  COMPREPLY=()
   for candidate in "${found[@]}"; do
     [[ $files ]] || candidate=${candidate%%$'\t'*}
     [[ $candidate == "$word"* ]] || continue
     candidate=${candidate#"$before"}
     case $files$open in
-      "'") candidate=${candidate//\'/"'\''"} ;;
-      '"')
-        for char in \\ \$ \` \"; do candidate=${candidate//"$char"/"\\$char"}; done
-        # Inside double quotes the shell's history would take it.
-        candidate=${candidate//!/'"\!"'}
-        ;;
+      yes*) ;;
       '') [[ $candidate ]] && printf -v candidate %q "$candidate" ;;
+      "'") [[ $candidate == *\'* ]] && continue ;;
+      # The ! is for the shell's history.
+      '"') [[ $candidate == *[\"\\\$\`!]* ]] && continue ;;
+      *) continue ;;
     esac
-    # Where a completion begins with the quote that is open, readline takes it for that one; where it ends with one,
-    # readline adds none. So it has both, whatever it begins and ends with itself.
-    [[ $files ]] || candidate=$open$candidate$open
     COMPREPLY+=("$candidate")
   done
   if [[ ${COMPREPLY[*]} == *: ]]; then compopt -o nospace; fi  # Something follows behind the colon.

@@ -38,11 +38,17 @@ CASES = [("ver\t", ["version"]),
          (P + "play '{0.0.0}.{hea\t", [*P.split(), "play", "{0.0.0}.{headset}"]),
          ("record --plot=dra\t--json", ["record", "--plot=drawing.svg", "--json"]),
          ("record --plot dra\t--json", ["record", "--plot", "drawing.svg", "--json"])]
-# Each is the one render endpoint of a machine.
+# Each is the one render endpoint of a machine, and the name of a file.
 HOSTILE_NAMES = ["evil$(touch PWNED)x", "evil`touch PWNED`x", "a;touch PWNED", "a|touch PWNED&", "<(touch PWNED)",
                  "!;touch PWNED;", "';touch PWNED;'", "it's", "'", 'say "hi"', "!\"'\\$`", "back\\slash\\",
                  "two  words ", "-dash", "--module=x", "~", "~/x", "=ls", "#x", "$HOME", "*", "?[a-z]", "{a,b}",
-                 "a!b!!", "^a^b", "%s:=@x", "\u00a0é\U0001f3a7"]
+                 "a!b!!", "^a^b", "%s:=@x", "\u00a0é\U0001f3a7", "\\';touch PWNED;'", '\\";touch PWNED;"', "$'x'",
+                 "x\\$(touch PWNED)"]
+QUOTES = {"bash": ["", "'", '"', "$'", '$"'], "zsh": ["", "'", '"', "$'"], "fish": ["", "'", '"']}
+# Which names aren't offered for a word that begins with this quote. Fish completes an unquoted word with a ~ in front only
+# as somebody's home.
+LEFT_OUT = {("bash", "'"): "'", ("bash", '"'): "[\"\\\\$`!]", ("bash", "$'"): "", ("bash", '$"'): "",
+            ("zsh", "$'"): "", ("fish", ""): "^~"}
 # Words that are typed, and the lines of the answer: the last word is the one that is completed.
 ANSWERS = [(["--platform", "pulse:unix:/none", "play", ""], ""),
            (["--platform", "virtual:none.json", "play", ""], ""),
@@ -119,13 +125,32 @@ class Shells(HostTest):
         for keys, arguments in CASES:
             check(keys, arguments)
         for name in HOSTILE_NAMES:
-            self.write("m.json", json.dumps({"endpoints": [endpoint("render", name, name)]}).encode())
-            for quote in ("", "'", '"'):
-                typed = ["record", "--platform", "virtual:m.json", "--render"]
-                # Fish has no way to complete an unquoted word with a ~ in front but as somebody's home.
-                isLeftOut = shell == "fish" and name.startswith("~") and not quote
-                check(" ".join(typed) + f" {quote}\t", typed if isLeftOut else [*typed, name])
-        two = ["it's \"!\" $(touch PWNED) one", "it's \"!\" $(touch PWNED) two"]
+            file = "f" + name.replace("/", "")
+            self.write(file, b"")
+            keys, arguments = "record", ["record"]
+            for begin in ("", "ev"):
+                machine = f"{begin}m.json"
+                own = endpoint("render", begin + name, begin + name)
+                self.write(machine, json.dumps({"endpoints": [own]}).encode())
+                keys += f" --platform virtual:{machine}"
+                arguments += ["--platform", "virtual:" + machine]
+                for quote in QUOTES[shell]:
+                    isLeftOut = re.search(LEFT_OUT.get((shell, quote), "$^"), begin + name)
+                    # Whatever stands behind the cursor then has to end the quote.
+                    keys += f" --render {quote}{begin}\t" + (f"x{quote[-1:]}" if isLeftOut else "")
+                    arguments += ["--render", begin + ("x" if isLeftOut else name)]
+            # The shells quote files themselves; zsh forgets to end '...' behind a name that ends in a quote.
+            for quote in ("", '"'):
+                keys += f" --plot {quote}f\t"
+                arguments += ["--plot", file]
+            check(keys, arguments)
+            os.remove(os.path.join(self.directory, file))
+        if shell == "bash":  # The others complete commands behind a $(.
+            self.write("pwn", b"#!/bin/sh\ntouch PWNED\n")
+            os.chmod(os.path.join(self.directory, "pwn"), 0o755)
+            self.write("m.json", json.dumps({"endpoints": [endpoint("render", "evil", "evil$(pwn")]}).encode())
+            check("--platform virtual:m.json play evil$(\t)", ["--platform", "virtual:m.json", "play", "evil"])
+        two = ["it is <(touch PWNED) one", "it is <(touch PWNED) two"]
         self.write("m.json", json.dumps({"endpoints": [endpoint("render", name, name) for name in two]}).encode())
         for quote in ("", "'", '"'):
             check(f"--platform virtual:m.json play {quote}\tt\t", ["--platform", "virtual:m.json", "play", two[1]])
