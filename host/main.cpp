@@ -7,6 +7,7 @@
 #include "host/restoring/guardian.h"
 #include "host/shell/command_line.h"
 #include "host/shell/completion.h"
+#include "text/utf.h"
 
 namespace {
 
@@ -69,7 +70,7 @@ int Serve() {
   try {
     return ServeModuleRequest();
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "rmthost: The module's process can't go on: %s\n", error.what());
+    std::fprintf(stderr, "rmthost: The module's process can't go on: %s\n", text::Printable(error.what()).c_str());
     return 1;
   }
 }

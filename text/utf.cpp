@@ -2,7 +2,7 @@
 
 #include <utf8/cpp17.h>
 
-#include <algorithm>
+#include <cstdio>
 
 namespace text {
 namespace {
@@ -22,6 +22,16 @@ std::optional<std::string> FromUtf16LittleEndian(std::string_view bytes) {
   } catch (const utf8::exception&) {
     return std::nullopt;
   }
+}
+
+// Whether it is neither a control character (general category Cc), nor a separator of lines (Zl, Zp), nor one of the
+// characters that the Unicode Bidirectional Algorithm (UAX #9) calls explicit formatting.
+bool IsPrintable(char32_t c) {
+  const bool isControl = c < 0x20 || (c >= 0x7F && c < 0xA0);
+  const bool isSeparatorOrEmbedding = c >= 0x2028 && c <= 0x202E;
+  const bool isMark = c == 0x061C || c == 0x200E || c == 0x200F;
+  const bool isIsolate = c >= 0x2066 && c <= 0x2069;
+  return !isControl && !isSeparatorOrEmbedding && !isMark && !isIsolate;
 }
 
 }  // namespace
@@ -72,9 +82,16 @@ std::string Shortened(std::string_view text, std::size_t bytes) {
 }
 
 std::string Printable(std::string_view text) {
-  std::string printable(text);
-  std::replace_if(
-      printable.begin(), printable.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, '?');
+  std::string printable;
+  for (const char32_t character : utf8::utf8to32(ValidUtf8(text))) {
+    if (IsPrintable(character)) {
+      utf8::append(character, printable);
+    } else {
+      char shown[16];
+      std::snprintf(shown, sizeof shown, "<U+%04X>", static_cast<unsigned>(character));
+      printable += shown;
+    }
+  }
   return printable;
 }
 

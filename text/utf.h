@@ -30,7 +30,10 @@ std::string LowerAscii(std::string_view text);
 // UTF-8.
 std::string Shortened(std::string_view text, std::size_t bytes);
 
-// `text` with a question mark in place of each control character, which could give commands to a terminal.
+// `text` as it can be shown to people on a terminal or a page, in valid UTF-8. Control characters could steer a terminal,
+// and those that change the direction of writing could make one name look like another. Each of them, and each separator of
+// lines, comes out as its code point, such as "<U+202E>", so that nothing of the text is hidden. Bytes that aren't UTF-8
+// become U+FFFD.
 std::string Printable(std::string_view text);
 
 }  // namespace text

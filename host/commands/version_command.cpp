@@ -20,7 +20,7 @@ CommandResult ShowVersion(const Options& options) {
       "log       {}\n"
       "platform  {}\n",
       ZQRMT_VERSION, text::Printable(text::Utf8FromPath(module)), found ? "" : "  (not found)",
-      text::Utf8FromPath(LogFile()), text::Printable(options.platform));
+      text::Printable(text::Utf8FromPath(LogFile())), text::Printable(options.platform));
   result.json = TextOf({{"version", ZQRMT_VERSION},
                         {"module", {{"path", text::Utf8FromPath(module)}, {"found", found}}},
                         {"logDirectory", text::Utf8FromPath(LogDirectory())},

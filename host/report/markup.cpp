@@ -6,7 +6,7 @@ namespace host {
 
 std::string Escaped(std::string_view text) {
   std::string escaped;
-  for (const char c : text::Printable(text::ValidUtf8(text))) {
+  for (const char c : text::Printable(text)) {
     switch (c) {
       case '&': escaped += "&amp;"; break;
       case '<': escaped += "&lt;"; break;

@@ -32,12 +32,13 @@ std::string ChecksText(const Verdict& verdict, const Style& style) {
   for (const CheckRow& row : CheckRows(verdict)) {
     const std::string figures =
         row.measured.empty() ? row.what : fmt::format("{:<36} {:>9}   {}", row.what, row.measured, row.limit);
-    std::string line = fmt::format("  {:<13}  {:<5} {}", row.check, row.result, figures);
-    text += Wrapped(line, style, kIndent) + "\n";
+    const std::string line = fmt::format("  {:<13}  {:<5} {}", row.check, row.result, figures);
+    text += Wrapped(text::Printable(line), style, kIndent) + "\n";
   }
   for (const Check& check : verdict.checks) {
     if (check.result != CheckResult::kFail || check.sentence == verdict.sentence) continue;
-    text += "\n" + Wrapped(fmt::format("{}: {} {}", check.name, check.sentence, check.advice), style) + "\n";
+    const std::string line = fmt::format("{}: {} {}", check.name, check.sentence, check.advice);
+    text += "\n" + Wrapped(text::Printable(line), style) + "\n";
   }
   return text;
 }
@@ -50,14 +51,14 @@ std::string RunText(const RunRecord& run, const Style& style) {
   // Beside a failure that the host found, the module's code for a pass would look like its reason.
   if (run.Passed() || !Passed(run.test, outcome)) reason += fmt::format(" ({})", outcome.returnCode);
   std::string text = PassOrFail(run.Passed(), style) + "  " + Wrapped(reason, style, kReasonIndent) + "\n";
-  if (!run.verdict.advice.empty()) text += "\n" + Wrapped(run.verdict.advice, style) + "\n";
+  if (!run.verdict.advice.empty()) text += "\n" + Wrapped(text::Printable(run.verdict.advice), style) + "\n";
   if (!run.verdict.caution.empty()) text += "\n" + Wrapped(text::Printable(run.verdict.caution), style) + "\n";
   text += "\n";
   if (run.test == Test::kRecord) text += EndpointLine("capture", run.capture);
   text += EndpointLine("render", run.render);
   if (const std::optional<double> peak = run.Peak()) text += AmplitudeLines(*peak, style);
   text += fmt::format("  {:<10} {:.2f} s\n", "time", run.call.seconds.value_or(0.0));
-  text += fmt::format("  {:<10} {}\n", "log", run.log);
+  text += fmt::format("  {:<10} {}\n", "log", text::Printable(run.log));
   if (!run.verdict.checks.empty()) text += "\n" + ChecksText(run.verdict, style);
   return text;
 }
@@ -66,7 +67,7 @@ std::string LogText(const RunRecord& run) {
   if (!run.logLines.has_value()) return "";
   std::string text = fmt::format("\n{} lines came to the log meanwhile{}\n", run.logLines->size(),
                                  run.logLines->empty() ? "." : "; other programs' can be among them:");
-  for (const std::string& line : *run.logLines) text += "  " + text::Printable(text::ValidUtf8(line)) + "\n";
+  for (const std::string& line : *run.logLines) text += "  " + text::Printable(line) + "\n";
   return text;
 }
 

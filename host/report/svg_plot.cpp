@@ -46,7 +46,7 @@ std::vector<std::string> LinesOf(const std::string& text, double width) {
   std::vector<std::string> lines(1);
   double used = 0.0, sinceBlank = 0.0;
   std::size_t blank = std::string::npos;  // in the last line
-  for (const std::string& character : CharactersOf(text::ValidUtf8(text))) {
+  for (const std::string& character : CharactersOf(text::Printable(text))) {
     const double more = WidthOf(character);
     if (used + more > width) {
       std::string rest;

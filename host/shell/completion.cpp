@@ -92,7 +92,7 @@ class Lines {
 
  private:
   void Add(const std::string& candidate, const std::string& description) {
-    // A line feed or a tab would break the lines, and an escape character could steer the terminal.
+    // A line feed or a tab would break the lines, and others could steer the terminal.
     if (candidate.empty() || text::Printable(candidate) != candidate) return;
     text_ += before_ + candidate + (description.empty() ? "" : "\t" + text::Printable(description)) + "\n";
   }

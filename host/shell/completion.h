@@ -10,7 +10,7 @@ inline constexpr const char* kCompleteWord = "__complete";
 
 // What can stand in the place of the last of `words`, which follow the program's name on a command line that is still
 // being typed. A line for each candidate: the whole word as the program would get it, then, where there is something to
-// say about it, a tab and a description. None holds a control character. Where the name of a file is expected, the one
+// say about it, a tab and a description. All of it is printable. Where the name of a file is expected, the one
 // line has no candidate, but a tab, "file", a tab, and the part of the word that stands before that name, such as
 // "--plot=".
 //

@@ -1,11 +1,15 @@
 """What rmthost says on virtual machines, and its exit codes."""
 import json
 import os
+import re
 import subprocess
 import unittest
 
 from host_test import (BAD_INPUT, BROKEN, CONTRACT, FAIL, HOST, MACHINE, MISBEHAVING, MODULE, NO_ENDPOINT, PASS, RETURN,
-                       RUNNER, HostTest, endpoint)
+                       RUNNER, HostTest, endpoint, enough)
+
+# What could steer a terminal or turn the direction of writing; lines end all the same.
+NOT_PRINTABLE = re.compile("[\x00-\x09\x0b-\x1f\x7f-\x9f\u061c\u200e\u200f\u2028-\u202e\u2066-\u2069]")
 
 
 class BadInput(HostTest):
@@ -273,6 +277,44 @@ class Output(HostTest):
             self.assertIn(told, self.document("--help")["result"]["text"])
         for asked, same in [(["help"], ["--help"]), (["help", "record"], ["record", "--help"])]:
             self.assertEqual(self.rmthost(*asked), self.rmthost(*same))
+
+    def test_what_others_named_steers_no_terminal_and_turns_no_writing(self):
+        bad = "\x1b[2J\n\x7f\x9b31m\x9d\u202e\u2066\u061c\u2029"
+        file = "" if RUNNER else bad  # Windows takes no such name of a file.
+        os.mkdir(os.path.join(self.directory, "log"))
+        self.write("log/debug3.flg", b"")
+        default = ["console", "multimedia"]
+        own = {"endpoints": [endpoint("render", f"{bad}a1", f"evil{bad}a1", default=default),
+                             endpoint("render", f"{bad}b2", f"evil{bad}b2", state="unplugged"),
+                             endpoint("render", f"{bad}d4", f"evil{bad}d4"),
+                             endpoint("capture", f"{bad}c3", f"evil{bad}c3", default=default,
+                                      hears=[{"endpoint": f"{bad}a1", "gain": 0.5}])]}
+        start = {"operation": "IAudioClient::Start", "status": -2147467259}
+        deaf = {**start, "operation": "IAudioClient::Initialize", "sticky": True, "observer": True}
+        kept = {**deaf, "operation": "IAudioEndpointVolume::SetChannelVolumeLevelScalar"}
+        for name, faults in [("m", []), ("start", [start]), ("deaf", [deaf]), ("kept", [start, kept])]:
+            self.write(name + ".json", json.dumps({"clock": "virtual", **own, "faults": faults}).encode())
+        contract = json.dumps({"CoreData": {bad: bad, "TaskName": "\x1b[2J", "DeviceInfo": {"DeviceID": bad}}}).encode()
+        record = ["record", "c3", "--render", "a1", "--verbose"]
+        cases = [(["list"], "m"), ([*record, "--report", file + "r.html", "--plot", file + "p.svg"], "m"),
+                 ([*record, "--report", "k.html"], "kept"), ([*record, "--report", "s.html"], "start"),
+                 ([*record, "--report", "d.html"], "deaf"), (["repeat", "-n2", *record], "start"), (["play", "evil"], "m"),
+                 (["play", "b2"], "m"), (["play", "c3"], "m"), (["play", bad], "m"), ([bad], "m"),
+                 (["run", "play", bad], "m"), (["run", "play", "-", "--verbose"], "m"), (["check", "-"], "m"),
+                 (["version"], bad), (["list"], bad)]
+        for arguments, machine in enough(cases):
+            with self.subTest(arguments, machine=machine):
+                _, output, errors = self.rmthost(*arguments, machine=f"virtual:{machine}.json", stdin=contract,
+                                                 ZQRMT_LOG_DIRECTORY=os.path.join(self.directory, "log"))
+                # The reply to a contract is data.
+                shown = errors if arguments[0] == "run" else output.decode().replace("\r\n", "\n") + errors
+                self.assertIn("<U+001B>", shown)
+                self.assertNotRegex(shown, NOT_PRINTABLE)
+        for name in [name for name in os.listdir(self.directory) if name.endswith((".html", ".svg"))]:
+            with open(os.path.join(self.directory, name), encoding="utf-8", newline="") as written:
+                content = written.read()
+            self.assertIn("&lt;U+202E&gt;", content)
+            self.assertNotRegex(content, NOT_PRINTABLE, name)
 
     def on_terminal(self, stream, *arguments, **more):
         """Runs rmthost with `stream` being a terminal; returns the exit code and what is shown there."""

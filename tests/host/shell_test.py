@@ -53,7 +53,7 @@ LEFT_OUT = {("bash", "'"): "'", ("bash", '"'): "[\"\\\\$`!]", ("bash", "$'"): ""
 ANSWERS = [(["--platform", "pulse:unix:/none", "play", ""], ""),
            (["--platform", "virtual:none.json", "play", ""], ""),
            (["--platform", "virtual:odd.json", "play", ""],
-            "two  words\tb\\\nb\\\ttwo  words\na\tnew?line?\nc\t-dash\n"),
+            "two  words\tb\\\nb\\\ttwo  words\na\tnew<U+000A>line<U+0009>\nc\t-dash\n"),
            (["--platform=virtual:odd.json", "play", "--", "-"], "-dash\tc\n"),
            (["--platform", "virtual:odd.json", "record", "--render=C"], "--render=c\t-dash\n"),
            (["--platform", "virtual:odd.json", "record", ""], ""),
