@@ -11,9 +11,8 @@ namespace {
 std::string EndpointLines(const Restoration& restored) {
   std::string text;
   for (const EndpointRestoration& endpoint : restored.endpoints) {
-    text += text::Printable(fmt::format("  {}\n    {}  ->  {}", endpoint.name, endpoint.found.value_or("unknown"),
-                                        endpoint.after.value_or("unknown"))) +
-            "\n";
+    text += fmt::format("  {}\n    {}  ->  {}\n", text::Printable(endpoint.name), endpoint.found.value_or("unknown"),
+                        endpoint.after.value_or("unknown"));
   }
   return text;
 }

@@ -8,6 +8,7 @@ within two seconds, or when rmthost ran next, and how often they weren't, or wer
 import argparse
 import collections
 import contextlib
+import glob
 import os
 import random
 import signal
@@ -32,6 +33,10 @@ PARTS = {"rmthost": lambda process: [process], "module's process": lambda proces
 def settings():
     return tuple(pactl("get-" + what, name) for what, name in [
         ("sink-volume", "speaker"), ("sink-mute", "speaker"), ("source-volume", "mic"), ("source-mute", "mic")])
+
+
+def records():
+    return glob.glob(os.path.join(os.environ["XDG_STATE_HOME"], "rmthost", "settings-*"))
 
 
 def set_by_a_person(generator):
@@ -119,11 +124,12 @@ def disturb_once(kind, generator):
     expected = KINDS[kind](generator, before) or before
     end = time.monotonic() + GUARDIAN_SECONDS
     while time.monotonic() < end:
-        if settings() == expected:
+        # As long as a record is there, somebody is about to put back.
+        if not records() and settings() == expected:
             return "at once or within 2 s"
         time.sleep(0.05)
     subprocess.run([*HOST, "--quiet", "list"], check=False, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    if settings() == expected:
+    if not records() and settings() == expected:
         return "when rmthost ran next"
     print(f"{kind}: {settings()} instead of {expected}", file=sys.stderr)
     return "not"

@@ -64,7 +64,7 @@ class Settings(OnServer):
         self.assertEqual(self.records(), [])
 
     def test_what_nobody_could_put_back_the_next_run_does(self):
-        for then, shown in [(["restore"], "runs"), (["list"], "leftRuns"), (RECORD, "leftRuns")]:
+        for then, shown in [(["restore"], "runs"), (["list"], "leftRuns"), (RECORD, "leftRuns"), (["restore"], None)]:
             with self.subTest(then):
                 with self.test_in_progress() as running:
                     guardians = children(running.pid, "guardian-process")
@@ -75,6 +75,11 @@ class Settings(OnServer):
                 left = self.document("restore", "--list", machine="pulse")["result"]["runs"]
                 self.assertEqual([(run["process"], run["isRunning"], run["restored"]) for run in left],
                                  [(running.pid, False, None)])
+                if shown is None:
+                    text = self.rmthost(*then, machine="pulse")[1].decode()
+                    self.assertRegex(text, r"^The test of process %d, .*restored: yes.*\n.*\n.*\n  .*\n    "
+                                           r"levels 100 %% 100 %%  ->  levels 25 %% 75 %%, muted\n$" % running.pid)
+                    continue
                 document = self.document(*then, machine="pulse")
                 put_back = document.get(shown) or document["result"][shown]
                 self.assertEqual([run["restored"]["endpoints"][1]["putBack"] for run in put_back], [["mute", "levels"]])
