@@ -25,8 +25,8 @@ class DetachedProcess {
   void AwaitEnd();
 
  private:
-  std::intptr_t channel_ = -1;  // to its standard input; on POSIX systems from its output too
-  std::intptr_t output_ = -1;   // from its output, on Windows
+  std::intptr_t channel_ = -1;                  // to its standard input; on POSIX systems from its output too
+  [[maybe_unused]] std::intptr_t output_ = -1;  // from its output, on Windows
   std::intptr_t process_ = -1;
 };
 
