@@ -18,8 +18,8 @@ inline constexpr std::size_t kMaxReadBytes = 65536;
 std::string ReadWholeFile(const std::string& path);
 
 // Appends the line with a single write, so that lines of several processes don't mix, and closes the file. Creates a
-// missing file. Failures are ignored: a log that can't be written must not fail a test. Where the disk has no room for
-// all of the line, none of it stays, unless another process has written behind it.
+// missing file. Failures are ignored: a log that can't be written must not fail a test. On POSIX systems a line that the
+// disk has no room for is taken off again as far as it went, unless another process has written behind it.
 void AppendLine(const std::string& path, const std::string& line);
 
 }  // namespace logging

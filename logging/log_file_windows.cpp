@@ -33,7 +33,6 @@ std::string ReadWholeFile(const std::string& path) {
 
 // With the right to append and no other the system itself writes at the end, wherever that is by then. The C library would
 // look for the end first, and two processes could find the same. Other processes may rename the file while it is open.
-// The system writes a line whole or, on a full disk, not at all.
 void AppendLine(const std::string& path, const std::string& line) {
   try {
     const std::string text = WithCarriageReturns(line);

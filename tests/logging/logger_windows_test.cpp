@@ -42,4 +42,19 @@ TEST_F(LoggerTest, SomeErrorsMeanNotFoundAndOthersAreRaised) {
   EXPECT_TRUE(Exists(L"C:\\windows"));
 }
 
+TEST_F(LoggerTest, ARotationThatAnotherProcessHasBegunIsLeftToIt) {
+  Write(live, std::string(5000001, 'x'));
+  const HANDLE other = CreateFileA(live.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                   nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  OVERLAPPED turn{};
+  turn.OffsetHigh = 0x7FFFFFFF;
+  ASSERT_TRUE(LockFileEx(other, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &turn));
+  Logger logger("source", 0);
+  logger.LogNormal(1, "appended", 0.0);
+  EXPECT_GT(std::filesystem::file_size(live), 5000001U);
+  CloseHandle(other);
+  logger.LogNormal(1, "rotated", 0.0);
+  EXPECT_EQ(Lines(live).size(), 1U);
+}
+
 }  // namespace logging
