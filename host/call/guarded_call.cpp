@@ -104,9 +104,11 @@ CallReport CallGuarded(const CallRequest& request, const Guarding& guarding, con
   CallReport report = CallInChild(request, guarding.timeout, interruption, &how);
   if (how != ChildEnd::How::kExited) std::this_thread::sleep_for(kSettling);
   report.restored = PutBackInTime(platform, saved);
-  // Otherwise the record stays, for 'rmthost restore' and for whoever runs next.
-  if (report.restored.Summary() != Restoration::State::kNo) record.Remove();
-  guardian.Dismiss();
+  // Otherwise the guardian goes on for a while, and the record stays for 'rmthost restore' and for whoever runs next.
+  if (report.restored.Summary() != Restoration::State::kNo) {
+    record.Remove();
+    guardian.Dismiss();
+  }
   return report;
 }
 

@@ -1,9 +1,10 @@
-"""Disturbs record tests on the sound server around this program, at random moments, and looks whether settings come back:
+"""Disturbs record tests on a sound server of its own, at random moments, and looks whether settings come back:
 
-    tests/support/sound_server.py pulseaudio python3 tests/host/disturbed_settings.py [--count N] [--seed S]
+    tests/host/disturbed_settings.py pulseaudio|pipewire [--count N] [--seed S]
 
-The environment names RMTHOST and RMTHOST_MODULE. For each kind of disturbance it counts how often settings were back at once or
-within two seconds, or when rmthost ran next, and how often they weren't, or were other than they should be; any of these fails.
+The environment names RMTHOST and RMTHOST_MODULE, and PYTHONPATH the folder of sound_server.py. For each kind of disturbance it
+counts how often settings were back at once or within two seconds, or when rmthost ran next, and how often they weren't, or were
+other than they should be; any of these fails. Ends with 77 where there is no server.
 """
 import argparse
 import collections
@@ -11,13 +12,15 @@ import contextlib
 import glob
 import os
 import random
+import shutil
 import signal
 import subprocess
 import sys
-import tempfile
 import time
+import unittest
 
 from settings_test import children
+from sound_server import MIC, SINK, SKIPPED, SoundServer
 from sound_server_test import pactl
 
 HOST = [os.environ["RMTHOST"], "--platform", "pulse", "--module", os.environ["RMTHOST_MODULE"]]
@@ -52,7 +55,7 @@ def start():
 
 
 def kill(names):
-    def disturb(generator, _):
+    def disturb(generator, *_):
         with start() as running:
             time.sleep(generator.uniform(0, LONGEST))
             processes = [process for name in names for process in PARTS[name](running.pid)]
@@ -62,13 +65,13 @@ def kill(names):
     return disturb
 
 
-def send(generator, _):
+def send(generator, *_):
     with start() as running:
         time.sleep(generator.uniform(0, LONGEST))
         running.send_signal(getattr(signal, "SIG" + generator.choice(SIGNALS)))
 
 
-def several(generator, _):
+def several(generator, *_):
     many = []
     for _ in range(generator.randint(2, 4)):
         many.append(start())
@@ -79,16 +82,50 @@ def several(generator, _):
         running.wait(60)
 
 
-def hang_server(generator, _):
-    server = int(os.environ["ZQRMT_SOUND_SERVER_PID"])
+def hang_server(generator, _, server):
     with start():
         time.sleep(generator.uniform(0, LONGEST))
-        os.kill(server, signal.SIGSTOP)
+        os.kill(server.pid, signal.SIGSTOP)
         time.sleep(generator.uniform(0, 3))
-        os.kill(server, signal.SIGCONT)
+        os.kill(server.pid, signal.SIGCONT)
 
 
-def turn_by_hand(generator, before):
+def restart_server(generator, before, server):
+    """What a server remembers may be older than `before`, and is then left alone as a person's; so this one remembers nothing."""
+    with start() as running:
+        has_changed = await_change(before, generator.uniform(0, LONGEST))
+        server.end(generator.choice([signal.SIGTERM, signal.SIGKILL]))
+        shutil.rmtree(os.path.join(os.environ["XDG_STATE_HOME"], "wireplumber"), ignore_errors=True)
+        time.sleep(generator.uniform(0, 4))
+        server.start()
+        running.wait(60)
+    return before if has_changed else settings()
+
+
+def unplug(generator, before, server):
+    """The speaker goes, and with it the microphone that hears it, and both come back."""
+    with start() as running:
+        has_changed = await_change(before, generator.uniform(0, LONGEST))
+        for line in pactl("list", "short", "modules").splitlines():
+            number, *module = line.split("\t")
+            if any(name in " ".join(module) for name in ("source_name=mic", "sink_name=speaker")):
+                with contextlib.suppress(subprocess.CalledProcessError):
+                    pactl("unload-module", number)
+        time.sleep(generator.uniform(0, 3))
+        for module in (SINK.format("speaker"), MIC):
+            pactl("load-module", *module.split())
+        server.await_endpoints()
+        running.wait(60)
+    return before if has_changed else settings()
+
+
+def await_change(before, seconds):
+    """Waits, and says whether the test may have changed something by then."""
+    time.sleep(seconds)
+    return bool(records()) or settings() != before
+
+
+def turn_by_hand(generator, before, _):
     """While the test plays; it is what must be there afterwards when the test is killed, but not what the test has set."""
     with start() as running:
         for _ in range(500):
@@ -115,13 +152,14 @@ KINDS = {"rmthost killed": kill(["rmthost"]), "module's process killed": kill(["
          "module's process and guardian killed": kill(["module's process", "guardian"]),
          "all three killed": kill(["guardian", "module's process", "rmthost"]), "a signal": send,
          "two to four tests at once": several, "server stopped for a while": hang_server,
+         "server ends and comes back": restart_server, "endpoints removed and back": unplug,
          "volume turned by hand, and killed": turn_by_hand}
 
 
-def disturb_once(kind, generator):
+def disturb_once(kind, generator, server):
     """Returns when settings were as they should be."""
     before = set_by_a_person(generator)
-    expected = KINDS[kind](generator, before) or before
+    expected = KINDS[kind](generator, before, server) or before
     end = time.monotonic() + GUARDIAN_SECONDS
     while time.monotonic() < end:
         # As long as a record is there, somebody is about to put back.
@@ -137,16 +175,22 @@ def disturb_once(kind, generator):
 
 def main():
     parser = argparse.ArgumentParser()
-    parser.add_argument("--count", type=int, default=220)
+    parser.add_argument("server", choices=["pulseaudio", "pipewire"])
+    parser.add_argument("--count", type=int, default=260)
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--only", choices=KINDS, nargs="*", default=list(KINDS))
     arguments = parser.parse_args()
     generator = random.Random(arguments.seed)
-    with tempfile.TemporaryDirectory(prefix="rmthost-") as state:
-        os.environ["XDG_STATE_HOME"] = state
-        counts = collections.defaultdict(collections.Counter)
-        for number in range(arguments.count):
-            kind = list(KINDS)[number % len(KINDS)]
-            counts[kind][disturb_once(kind, generator)] += 1
+    counts = collections.defaultdict(collections.Counter)
+    try:
+        with SoundServer(arguments.server) as server:
+            os.environ.update(server.environment)
+            for number in range(arguments.count):
+                kind = arguments.only[number % len(arguments.only)]
+                counts[kind][disturb_once(kind, generator, server)] += 1
+    except unittest.SkipTest as reason:
+        print("SKIPPED:", reason, file=sys.stderr)
+        return SKIPPED
     whens = ["at once or within 2 s", "when rmthost ran next", "not"]
     print("| Disturbance | Runs | Back " + " | ".join(whens) + " |\n|---|---|---|---|---|")
     for kind, counted in counts.items():

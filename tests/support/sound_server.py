@@ -2,8 +2,8 @@
 """A private sound server: render endpoints `speaker` and `headset`, and `mic` in front of the speaker.
 
 As a command, `sound_server.py pulseaudio|pipewire COMMAND...` runs the command with a server of its own and ends with its
-exit code. As a module, `with SoundServer(kind) as server:` has one for as long as the block lasts; `server.environment` is
-for the programs that shall use it. The server lies in a directory of its own and ends with the process that started it,
+exit code. As a module, `with SoundServer(kind) as server:` has one for as long as the block lasts, `server.environment` is
+for the programs that shall use it, and `server.end()` and `server.start()` let it go and come back. The server lies in a directory of its own and ends with the process that started it,
 however that ends. Where no server can be had the command ends with 77, and the block raises unittest.SkipTest; either is
 a failure when ZQRMT_REQUIRE_SOUND_SERVERS is set.
 """
@@ -46,6 +46,7 @@ class SoundServer:
     def __enter__(self):
         self.directory = tempfile.mkdtemp(prefix="zqrmt-sound-")
         try:
+            self.make_environment()
             self.start()
         except Exception as error:
             reason = f"no {self.kind}: {error}" + self.log_tail()
@@ -56,20 +57,23 @@ class SoundServer:
         return self
 
     def __exit__(self, *_):
+        self.end()
+        shutil.rmtree(self.directory, ignore_errors=True)
+
+    def end(self, by=signal.SIGTERM):
         for process in reversed(self.processes):
             with contextlib.suppress(ProcessLookupError):
                 # A test may have stopped it in its tracks.
                 process.send_signal(signal.SIGCONT)
-                process.terminate()
+                process.send_signal(by)
             try:
                 process.wait(STOP_SECONDS)
             except subprocess.TimeoutExpired:
                 process.kill()
                 process.wait()
-        shutil.rmtree(self.directory, ignore_errors=True)
+        self.processes.clear()
 
-    def start(self):
-        self.deadline = time.monotonic() + START_SECONDS
+    def make_environment(self):
         run = self.path("run")
         for folder in (run, self.path("home")):
             os.mkdir(folder, 0o700)
@@ -77,6 +81,9 @@ class SoundServer:
         kept.pop("DISPLAY", None)
         self.environment = {**kept, "XDG_RUNTIME_DIR": run, "HOME": self.path("home"),
                             "XDG_CONFIG_HOME": self.path("home", "config"), "XDG_STATE_HOME": self.path("home", "state")}
+
+    def start(self):
+        self.deadline = time.monotonic() + START_SECONDS
         server = self.path("run", "pulse", "native")
         {"pulseaudio": self.start_pulseaudio, "pipewire": self.start_pipewire}[self.kind](server)
         self.pid = self.processes[-1].pid
@@ -85,6 +92,10 @@ class SoundServer:
         if self.kind == "pipewire":
             for module in (SINK.format("speaker"), SINK.format("headset"), MIC):
                 self.pactl("load-module", *module.split())
+        self.await_endpoints()
+
+    def await_endpoints(self):
+        self.deadline = time.monotonic() + START_SECONDS
         self.poll(self.mic_hears_the_speaker, "the microphone")
         for flow, name in (("sink", "speaker"), ("source", "mic")):
             self.poll(lambda: self.makes_default(flow, name), "the default " + flow)
@@ -119,7 +130,7 @@ class SoundServer:
         self.await_socket(bus)
         # Bluetooth has nothing to do here, and its wait for a login session ends WirePlumber where systemd doesn't run.
         bluetooth = self.path("home", "config", "wireplumber", "bluetooth.lua.d")
-        os.makedirs(bluetooth)
+        os.makedirs(bluetooth, exist_ok=True)
         with open(os.path.join(bluetooth, "80-disabled.lua"), "w") as file:
             file.write("bluez_monitor.enabled = false\n")
         self.spawn("pipewire")
