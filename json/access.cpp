@@ -29,9 +29,21 @@ std::int32_t HexUnit(std::u16string_view text, std::size_t at) {
   return unit;
 }
 
+// Whether `first` stands before `second` anywhere. Without a way out of the loop the compiler compares many units at once.
+bool HasPair(std::u16string_view text, char16_t first, char16_t second) {
+  const char16_t* const units = text.data();
+  std::uint16_t found = 0;
+  for (std::size_t at = 1; at < text.size(); ++at) {
+    const std::uint16_t isPair = (units[at - 1] == first) & (units[at] == second);
+    found |= isPair;
+  }
+  return found != 0;
+}
+
 // Whether an escape stands for the second half of a surrogate pair without the first. RapidJSON refuses a first half
 // without the second, but asserts that the other case doesn't happen; without assertions it stores half a character.
 bool HasLoneSecondHalf(std::u16string_view text) {
+  if (!HasPair(text, u'\\', u'u')) return false;
   for (std::size_t at = text.find(u'\\'); at != text.npos; at = text.find(u'\\', at)) {
     if (at + 1 >= text.size() || text[at + 1] != u'u') {
       at += 2;
@@ -76,6 +88,7 @@ std::u16string WithoutDeepExponents(std::u16string text) {
 
 // Whether the text has such an exponent, in a string or not: nearly no text has, and the others need no copy.
 bool MayHaveDeepExponent(std::u16string_view text) {
+  if (!HasPair(text, u'e', u'-') && !HasPair(text, u'E', u'-')) return false;
   for (std::size_t at = text.find(u'-'); at != text.npos; at = text.find(u'-', at + 1)) {
     if (!IsExponentSign(text, at)) continue;
     if (text.find_first_not_of(u"0123456789", at + 1) - at > kSafeExponentDigits) return true;
