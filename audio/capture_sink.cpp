@@ -1,7 +1,9 @@
 #include "audio/capture_sink.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstddef>
-#include <span>
 
 #include "audio/outcome_codes.h"
 
@@ -17,6 +19,22 @@ std::uint32_t SignWidth(std::uint32_t bits, std::uint32_t validBits) {
   return validBits >= bits - 4 ? validBits : bits;
 }
 
+template <std::size_t count>
+std::uint32_t LittleEndian(const std::uint8_t* bytes) {
+  std::uint32_t value = 0;
+  for (std::size_t j = 0; j < count; ++j) value |= std::uint32_t{bytes[j]} << (8 * j);
+  return value;
+}
+
+// Stores what `convert` makes of each sample. The number of bytes is a constant, so that the compiler knows it too.
+template <std::size_t sampleBytes, class Value, class Convert>
+void DecodeInto(std::span<Value> samples, const std::uint8_t* bytes, const Convert& convert) {
+  for (Value& sample : samples) {
+    sample = convert(LittleEndian<sampleBytes>(bytes));
+    bytes += sampleBytes;
+  }
+}
+
 }  // namespace
 
 CaptureSinkClass::CaptureSinkClass() {
@@ -29,34 +47,51 @@ void CaptureSinkClass::AppendFrames(const std::uint8_t* data, std::uint32_t fram
   if (!buffer_.Write(data, static_cast<std::uint32_t>(bytes))) throw kSinkWriteFailed;
 }
 
-std::vector<std::int32_t> CaptureSinkClass::DecodeSamples() const {
+template <class Value>
+std::vector<Value> CaptureSinkClass::Decode(Value unit) const {
   const std::uint32_t bits = format_.header.wBitsPerSample;
   if (bits == 0 || bits > 32) throw kPlatformError;
   const std::uint32_t sampleBytes = (bits + 7) / 8;
   const std::uint32_t width = SignWidth(bits, format_.validBits());
   const std::uint32_t signShift = (width - 1) % 32;
   const std::uint32_t extension = width < 32 ? ~std::uint32_t{0} << width : 0;
+  const auto convert = [=](std::uint32_t value) {
+    // A sample is negative if any bit from the sign upwards is set, not the sign alone. There is no branch on it, as no
+    // processor can foresee the sign of noise.
+    const std::uint32_t isNegative = static_cast<std::int32_t>(value) >> signShift != 0;
+    return static_cast<std::int32_t>(value | (extension & (0 - isNegative))) * unit;
+  };
 
   const std::span<const std::uint8_t> stored = buffer_.Written();
-  std::vector<std::int32_t> samples;
-  samples.reserve(stored.size() / sampleBytes);
-  for (std::size_t start = 0; stored.size() - start >= sampleBytes; start += sampleBytes) {
-    std::uint32_t value = 0;
-    for (std::uint32_t j = 0; j < sampleBytes; ++j) value |= std::uint32_t{stored[start + j]} << (8 * j);
-    // A sample is negative if any bit from the sign upwards is set, not the sign alone.
-    const std::int32_t fromSign = static_cast<std::int32_t>(value) >> signShift;
-    samples.push_back(static_cast<std::int32_t>(fromSign != 0 ? value | extension : value));
+  std::vector<Value> samples(stored.size() / sampleBytes);
+  switch (sampleBytes) {
+    case 1: DecodeInto<1>(std::span(samples), stored.data(), convert); break;
+    case 2: DecodeInto<2>(std::span(samples), stored.data(), convert); break;
+    case 3: DecodeInto<3>(std::span(samples), stored.data(), convert); break;
+    default: DecodeInto<4>(std::span(samples), stored.data(), convert);
   }
   return samples;
 }
 
+std::vector<std::int32_t> CaptureSinkClass::DecodeSamples() const { return Decode(1); }
+
 std::vector<double> CaptureSinkClass::NormalizedSamples() const {
-  const std::vector<std::int32_t> decoded = DecodeSamples();
-  const auto scale = static_cast<double>(std::int64_t{1} << (format_.header.wBitsPerSample - 1));
-  std::vector<double> samples;
-  samples.reserve(decoded.size());
-  for (const std::int32_t sample : decoded) samples.push_back(sample / scale);
-  return samples;
+  // The scale is a power of two, so that its reciprocal is exact and a product is what the quotient would be.
+  return Decode(std::ldexp(1.0, 1 - format_.header.wBitsPerSample));
+}
+
+double LargestMagnitude(std::span<const double> samples) {
+  // In lanes of their own, so that a comparison needn't wait for the one before.
+  std::array<double, 8> largest{};
+  std::size_t at = 0;
+  for (; at + largest.size() <= samples.size(); at += largest.size()) {
+    for (std::size_t lane = 0; lane < largest.size(); ++lane) {
+      const double magnitude = std::abs(samples[at + lane]);
+      largest[lane] = largest[lane] < magnitude ? magnitude : largest[lane];
+    }
+  }
+  for (; at < samples.size(); ++at) largest[0] = std::max(largest[0], std::abs(samples[at]));
+  return *std::ranges::max_element(largest);
 }
 
 }  // namespace audio

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "audio/format_block.h"
@@ -33,8 +34,15 @@ class CaptureSinkClass {
   std::vector<double> NormalizedSamples() const;
 
  private:
+  // The samples times `unit`.
+  template <class Value>
+  std::vector<Value> Decode(Value unit) const;
+
   SampleBufferClass buffer_;
   CaptureFormatBlock format_;
 };
+
+// The largest absolute value; 0 if there is none.
+double LargestMagnitude(std::span<const double> samples);
 
 }  // namespace audio

@@ -1,7 +1,5 @@
 #include "audiotests/record_sequence.h"
 
-#include <algorithm>
-#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -59,12 +57,6 @@ void Drain(audio::AudioCaptureStreamClass& capture, audio::CaptureSinkClass& sin
     sink.AppendFrames(packet.data, packet.frames);
     capture.ReleasePacket(packet.frames);
   } while (capture.GetNextPacketSize() != 0);
-}
-
-double LargestMagnitude(const std::vector<double>& samples) {
-  double largest = 0.0;
-  for (const double sample : samples) largest = std::max(largest, std::abs(sample));
-  return largest;
 }
 
 }  // namespace
@@ -157,7 +149,7 @@ bool AudioRecordTestClass::RecordAndMeasure(std::u16string captureId, std::u16st
     const std::vector<double> samples = sink.NormalizedSamples();
     LogProgressMark(90.0);
     LogStage("Finding max amplitude");
-    const double largest = LargestMagnitude(samples);
+    const double largest = audio::LargestMagnitude(samples);
     LogProgressMark(99.0);
     contract->CoreData->DeviceInfo->AudioData->maxAmplitude = largest;
     return true;
