@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <span>
 
@@ -18,7 +19,14 @@ class SampleBufferClass {
 
   // Appends `count` bytes. If they don't all fit, `source` is null or there is no store, returns false and stores
   // nothing.
-  bool Write(const std::uint8_t* source, std::uint32_t count);
+  bool Write(const std::uint8_t* source, std::uint32_t count) {
+    if (!data_ || source == nullptr) return false;
+    // The sum of cursor and count could wrap around.
+    if (count > capacity_ - writeCursor_) return false;
+    std::memcpy(data_.get() + writeCursor_, source, count);
+    writeCursor_ += count;
+    return true;
+  }
 
   // The bytes written so far, valid until the next Allocate.
   std::span<const std::uint8_t> Written() const { return {data_.get(), writeCursor_}; }
