@@ -12,8 +12,8 @@ namespace host {
 // The arguments behind the program's name, as UTF-8 where the system knows their encoding.
 std::vector<std::string> Arguments(int argc, const char* const* argv);
 
-// The folder of the running program; empty when the system doesn't say.
-std::filesystem::path ProgramDirectory();
+// The running program; empty when the system doesn't say.
+std::filesystem::path ProgramFile();
 
 // The directory of the module's log.
 std::filesystem::path LogDirectory();

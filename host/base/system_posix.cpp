@@ -13,9 +13,9 @@ std::vector<std::string> Arguments(int argc, const char* const* argv) {
   return {argv + (argc > 0 ? 1 : 0), argv + argc};
 }
 
-std::filesystem::path ProgramDirectory() {
+std::filesystem::path ProgramFile() {
   std::error_code unknown;
-  return std::filesystem::read_symlink("/proc/self/exe", unknown).parent_path();
+  return std::filesystem::read_symlink("/proc/self/exe", unknown);
 }
 
 std::filesystem::path LogDirectory() {

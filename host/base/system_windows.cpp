@@ -26,10 +26,10 @@ std::vector<std::string> Arguments(int, const char* const*) {
   return arguments;
 }
 
-std::filesystem::path ProgramDirectory() {
+std::filesystem::path ProgramFile() {
   std::wstring path(32768, L'\0');  // the longest path there is
   path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-  return std::filesystem::path(path).parent_path();
+  return path;
 }
 
 std::filesystem::path LogDirectory() { return ZQRMT_LOG_DIRECTORY; }

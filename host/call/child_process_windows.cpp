@@ -4,15 +4,15 @@
 #include <io.h>
 
 #include <algorithm>
-#include <array>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <thread>
-#include <vector>
 
 #include <fmt/format.h>
 
 #include "host/base/failure.h"
+#include "host/base/start_self_windows.h"
 #include "host/call/child_process.h"
 
 namespace host {
@@ -51,48 +51,18 @@ Handle NewJob() {
   return job;
 }
 
-std::wstring ThisProgram() {
-  std::wstring path(32768, L'\0');  // the longest path there is
-  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-  return path;
-}
-
-// Starts the child with these standard streams, and lets it inherit nothing else.
-Handle StartSelf(const std::string& command, HANDLE input, HANDLE output, HANDLE job) {
-  STARTUPINFOEXW startup{};
-  startup.StartupInfo.cb = sizeof startup;
-  startup.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
-  startup.StartupInfo.hStdInput = input;
-  startup.StartupInfo.hStdOutput = output;
+// Starts the child with these standard streams.
+Handle StartChild(const std::string& command, HANDLE input, HANDLE output, HANDLE job) {
   HANDLE errors = nullptr;
   DuplicateHandle(GetCurrentProcess(), GetStdHandle(STD_ERROR_HANDLE), GetCurrentProcess(), &errors, 0, TRUE,
                   DUPLICATE_SAME_ACCESS);
   const Handle ownErrors(errors);
-  startup.StartupInfo.hStdError = errors;
-  std::array<HANDLE, 3> inherited = {input, output, errors};
-  const std::size_t count = errors != nullptr ? 3 : 2;
-  for (const HANDLE handle : {input, output}) SetHandleInformation(handle, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
-
-  SIZE_T size = 0;
-  InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
-  std::vector<std::byte> attributes(size);
-  startup.lpAttributeList = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(attributes.data());
-  if (!InitializeProcThreadAttributeList(startup.lpAttributeList, 1, 0, &size) ||
-      !UpdateProcThreadAttribute(startup.lpAttributeList, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, inherited.data(),
-                                 count * sizeof(HANDLE), nullptr, nullptr)) {
-    throw NoProcess("UpdateProcThreadAttribute");
-  }
-  const std::wstring program = ThisProgram();
-  std::wstring line = L"rmthost " + std::wstring(command.begin(), command.end());
-  PROCESS_INFORMATION made{};
   // In a group of its own Ctrl-C doesn't reach it. It is suspended until it can't escape the job.
-  const BOOL started = CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE,
-                                      CREATE_SUSPENDED | CREATE_NEW_PROCESS_GROUP | EXTENDED_STARTUPINFO_PRESENT,
-                                      nullptr, nullptr, &startup.StartupInfo, &made);
-  DeleteProcThreadAttributeList(startup.lpAttributeList);
-  if (!started) throw NoProcess("CreateProcess");
-  Handle process(made.hProcess);
-  const Handle thread(made.hThread);
+  const std::optional<PROCESS_INFORMATION> made = StartSelf(
+      command, {.input = input, .output = output, .errors = errors}, CREATE_SUSPENDED | CREATE_NEW_PROCESS_GROUP);
+  if (!made.has_value()) throw NoProcess("CreateProcess");
+  Handle process(made->hProcess);
+  const Handle thread(made->hThread);
   if (!AssignProcessToJobObject(job, process.get()) || ResumeThread(thread.get()) == static_cast<DWORD>(-1)) {
     const Failure failure = NoProcess("AssignProcessToJobObject");
     TerminateProcess(process.get(), 1);
@@ -147,7 +117,7 @@ ChildEnd RunSelf(const std::string& command, const std::string& input, std::chro
                  const Interruption& interruption) {
   Pipe request = NewPipe(), report = NewPipe();
   const Handle job = NewJob();
-  const Handle process = StartSelf(command, request.reading.get(), report.writing.get(), job.get());
+  const Handle process = StartChild(command, request.reading.get(), report.writing.get(), job.get());
   request.reading.reset();
   report.writing.reset();
 

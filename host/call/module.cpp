@@ -34,7 +34,7 @@ LoadedLibrary Load(const std::filesystem::path& file) {
 }  // namespace
 
 std::filesystem::path DefaultModuleFile() {
-  const std::filesystem::path program = ProgramDirectory();
+  const std::filesystem::path program = ProgramFile().parent_path();
   const std::filesystem::path places[] = {
       (program / ".." / "lib" / ZQRMT_MODULE_FILE).lexically_normal(),
       (program / ".." / ZQRMT_INSTALL_LIBDIR / ZQRMT_MODULE_FILE).lexically_normal(),

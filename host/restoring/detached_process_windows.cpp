@@ -2,12 +2,11 @@
 
 #include <fmt/format.h>
 
-#include <array>
-#include <cstddef>
+#include <optional>
 #include <system_error>
-#include <vector>
 
 #include "host/base/failure.h"
+#include "host/base/start_self_windows.h"
 #include "host/restoring/detached_process.h"
 
 namespace host {
@@ -36,39 +35,16 @@ struct Pipe {
 };
 
 HANDLE Start(const std::string& command, HANDLE input, HANDLE output) {
-  STARTUPINFOEXW startup{};
-  startup.StartupInfo.cb = sizeof startup;
-  startup.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
-  startup.StartupInfo.hStdInput = input;
-  startup.StartupInfo.hStdOutput = output;
-  std::array<HANDLE, 2> inherited = {input, output};
-  for (const HANDLE handle : inherited) SetHandleInformation(handle, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
-  // Nothing else: a pipe of a shell's would wait for this process too.
-  SIZE_T size = 0;
-  InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
-  std::vector<std::byte> attributes(size);
-  startup.lpAttributeList = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(attributes.data());
-  if (!InitializeProcThreadAttributeList(startup.lpAttributeList, 1, 0, &size) ||
-      !UpdateProcThreadAttribute(startup.lpAttributeList, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, inherited.data(),
-                                 sizeof inherited, nullptr, nullptr)) {
-    throw NoProcess("UpdateProcThreadAttribute");
-  }
-  std::wstring program(32768, L'\0');  // the longest path there is
-  program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
-  std::wstring line = L"rmthost " + std::wstring(command.begin(), command.end());
-  constexpr DWORD kFlags = DETACHED_PROCESS | CREATE_NEW_PROCESS_GROUP | EXTENDED_STARTUPINFO_PRESENT;
-  PROCESS_INFORMATION made{};
   // Out of a job that is ended as a whole, where that job allows it.
-  BOOL started = FALSE;
   for (const DWORD breakaway : {DWORD{CREATE_BREAKAWAY_FROM_JOB}, DWORD{0}}) {
-    if (started) break;
-    started = CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, kFlags | breakaway, nullptr, nullptr,
-                             &startup.StartupInfo, &made);
+    const std::optional<PROCESS_INFORMATION> made =
+        StartSelf(command, {.input = input, .output = output, .errors = nullptr},
+                  DETACHED_PROCESS | CREATE_NEW_PROCESS_GROUP | breakaway);
+    if (!made.has_value()) continue;
+    CloseHandle(made->hThread);
+    return made->hProcess;
   }
-  DeleteProcThreadAttributeList(startup.lpAttributeList);
-  if (!started) throw NoProcess("CreateProcess");
-  CloseHandle(made.hThread);
-  return made.hProcess;
+  throw NoProcess("CreateProcess");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace host {
 
@@ -18,8 +19,12 @@ class LockedFile {
   // The same for a file that is made when it isn't there.
   static std::optional<LockedFile> HoldOrMake(const std::filesystem::path& file);
 
-  LockedFile(LockedFile&& other) noexcept;
-  LockedFile& operator=(LockedFile&& other) noexcept;
+  LockedFile(LockedFile&& other) noexcept : path_(std::move(other.path_)), handle_(std::exchange(other.handle_, -1)) {}
+  LockedFile& operator=(LockedFile&& other) noexcept {
+    std::swap(path_, other.path_);
+    std::swap(handle_, other.handle_);
+    return *this;
+  }
   ~LockedFile();
 
   const std::filesystem::path& Path() const { return path_; }

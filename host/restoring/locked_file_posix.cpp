@@ -84,15 +84,6 @@ std::optional<LockedFile> LockedFile::HoldOrMake(const fs::path& file) {
   return Hold(file, false);
 }
 
-LockedFile::LockedFile(LockedFile&& other) noexcept
-    : path_(std::move(other.path_)), handle_(std::exchange(other.handle_, -1)) {}
-
-LockedFile& LockedFile::operator=(LockedFile&& other) noexcept {
-  std::swap(path_, other.path_);
-  std::swap(handle_, other.handle_);
-  return *this;
-}
-
 LockedFile::~LockedFile() {
   if (handle_ >= 0) close(static_cast<int>(handle_));
 }

@@ -63,15 +63,6 @@ std::optional<LockedFile> LockedFile::HoldOrMake(const fs::path& file) {
   return LockedFile(file, *handle);
 }
 
-LockedFile::LockedFile(LockedFile&& other) noexcept
-    : path_(std::move(other.path_)), handle_(std::exchange(other.handle_, -1)) {}
-
-LockedFile& LockedFile::operator=(LockedFile&& other) noexcept {
-  std::swap(path_, other.path_);
-  std::swap(handle_, other.handle_);
-  return *this;
-}
-
 LockedFile::~LockedFile() {
   if (handle_ != -1) CloseHandle(HandleOf(handle_));
 }
