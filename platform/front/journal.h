@@ -2,6 +2,7 @@
 
 #include <array>
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 #include <memory>
@@ -40,6 +41,9 @@ struct Refusal {
 // a platform but its observers, or of these.
 class Journal {
  public:
+  // A caller that polls without end must not take all memory.
+  static constexpr std::size_t kMostTraced = 100'000;
+
   Journal(std::vector<Fault> faults, bool isTraced) : faults_(std::move(faults)), isTraced_(isTraced) {}
 
   // Enters a call, which ends with End before the next begins. Gives the fault to have instead of it, or null. Throws
@@ -53,7 +57,10 @@ class Journal {
   void ObjectEnds() { --liveObjects_; }
 
   bool IsTraced() const { return isTraced_; }
+  // The first kMostTraced calls.
   const std::vector<TraceEntry>& Trace() const { return trace_; }
+  // How many came after those.
+  std::int64_t UntracedCalls() const { return untracedCalls_; }
   const std::optional<Refusal>& LastRefusal() const { return lastRefusal_; }
   std::int64_t LiveObjects() const { return liveObjects_; }
 
@@ -62,6 +69,7 @@ class Journal {
   const bool isTraced_;
   std::array<std::int64_t, kOperations.size()> calls_{};
   std::vector<TraceEntry> trace_;
+  std::int64_t untracedCalls_ = 0;
   std::optional<Refusal> lastRefusal_;
   std::atomic<std::int64_t> liveObjects_ = 0;  // objects may be released on any thread
 };

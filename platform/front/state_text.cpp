@@ -149,6 +149,7 @@ std::string StateText(Backend& backend, const Journal& journal) {
                                {"status", std::to_string(refusal->status)}}));
   }
   if (journal.IsTraced()) state.emplace_back("trace", List(journal.Trace(), CallText));
+  if (journal.UntracedCalls() > 0) state.emplace_back("untracedCalls", std::to_string(journal.UntracedCalls()));
   return Object(state);
 }
 

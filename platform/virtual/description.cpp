@@ -177,11 +177,15 @@ platform::Fault ReadFault(const Node& node) {
   constexpr std::string_view kKeys[] = {"operation", "call", "status", "sticky", "observer"};
   node.AllowKeys(kKeys);
   const Node operation = node["operation"];
-  node["status"].MustBeThere();
+  const Node status = node["status"];
+  status.MustBeThere();
+  const auto given = static_cast<HRESULT>(status.WholeNumberOr(0, INT32_MIN, INT32_MAX));
+  // A caller would wait without end for a stream that has started and doesn't run.
+  if (given == S_OK) status.Refuse("must not be 0, which is success: the call isn't carried out");
   if (operation.IsText("Sleep")) operation.Refuse("Sleep has no status, so it can't fail");
   return {.operation = operation.Choice(platform::kOperations),
           .call = node["call"].WholeNumberOr(1, 1, kHighestWord),
-          .status = static_cast<HRESULT>(node["status"].WholeNumberOr(0, INT32_MIN, INT32_MAX)),
+          .status = given,
           .sticky = node["sticky"].BooleanOr(false),
           .observer = node["observer"].BooleanOr(false)};
 }

@@ -163,6 +163,13 @@ TEST_F(VirtualMachine, TracesCallsAndCountsItsObjects) {
         R"({"operation":"Sleep","arguments":{"milliseconds":15},"status":0}]})"}) {
     EXPECT_NE(State().find(piece), std::string::npos) << piece << '\n' << State();
   }
+  for (int call = 0; call < 100'000; ++call) Sleep(0);
+  EXPECT_EQ(volume->SetMute(TRUE, nullptr), S_OK);
+  const std::string state = State();
+  EXPECT_EQ(state.find("SetMute"), std::string::npos);
+  const std::size_t count = state.rfind("\"untracedCalls\":");
+  ASSERT_NE(count, std::string::npos);
+  EXPECT_EQ(state.substr(count), "\"untracedCalls\":6}");
   AudioPlatformUninitialize();
   UINT channels = 0;
   EXPECT_EQ(volume->GetChannelCount(&channels), S_OK) << "objects outlive their platform";
@@ -235,7 +242,8 @@ TEST_F(VirtualMachine, RefusesADescriptionWithAMistake) {
       {With("", R"(, "hears": [{"endpoint": "b"}])"), "endpoints[1].hears[0].endpoint: no endpoint has this id"},
       {With("", R"(, "hears": [{"endpoint": "mic"}])"), "endpoints[1].hears[0].endpoint: is not a render"},
       {R"({"faults": [{"operation": "Sleep", "status": -1}]})", "faults[0].operation: Sleep has no status"},
-      {R"({"faults": [{"operation": "IAudioClient::Go", "status": 0}]})", "faults[0].operation: must be one of \"CoC"}};
+      {R"({"faults": [{"operation": "IAudioClient::Go", "status": 1}]})", "faults[0].operation: must be one of \"CoC"},
+      {R"({"faults": [{"operation": "IAudioClient::Start", "status": 0}]})", "faults[0].status: must not be 0"}};
   ASSERT_TRUE(Become(With("")));
   const std::string before = State();
   for (const auto& [json, sentence] : cases) {
