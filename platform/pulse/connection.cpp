@@ -53,6 +53,7 @@ void Connection::End() {
 void Connection::Connect(const std::string& server) {
   if (pa_threaded_mainloop_start(loop_) < 0) throw std::bad_alloc();
   const Lock lock(*this);
+  BeginOperation();
   pa_context_set_state_callback(
       context_, [](pa_context*, void* self) { static_cast<Connection*>(self)->WakeUp(); }, this);
   const bool isUnderWay =
@@ -88,9 +89,9 @@ HRESULT Connection::StatusOf(int error) const {
   return error == PA_ERR_NOENTITY || error == PA_ERR_KILLED ? AUDCLNT_E_DEVICE_INVALIDATED : E_FAIL;
 }
 
-Connection::TimeLimit::TimeLimit(const Connection& connection, pa_usec_t time) : connection_(connection) {
+Connection::TimeLimit::TimeLimit(const Connection& connection, pa_usec_t end) : connection_(connection) {
   event_ = pa_context_rttime_new(
-      connection.context_, pa_rtclock_now() + time,
+      connection.context_, end,
       [](pa_mainloop_api*, pa_time_event*, const timeval*, void* self) {
         auto* limit = static_cast<TimeLimit*>(self);
         limit->hasPassed_ = true;

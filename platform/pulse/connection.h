@@ -1,6 +1,7 @@
 #pragma once
 
 #include <pulse/pulseaudio.h>
+#include <algorithm>
 #include <mutex>
 #include <string>
 
@@ -10,11 +11,14 @@ namespace pulse_audio {
 
 // One connection to a sound server, with the thread on which libpulse carries it.
 //
-// Nothing is waited for without a limit. A server that doesn't answer within kAnswerTime is given up: from then on
-// every request fails at once, so that an operation, and all that its caller does after it, end soon.
+// Nothing is waited for without a limit. A server that doesn't answer within kAnswerTime, or whose answers to all requests of
+// one operation take longer than kOperationTime, is given up: from then on every request fails at once, so that an operation,
+// and all that its caller does after it, end soon.
 class Connection {
  public:
   static constexpr pa_usec_t kAnswerTime = 2 * PA_USEC_PER_SEC;
+  // More than the longest operation takes with a server that answers at once: 2.4 seconds, for opening a playback.
+  static constexpr pa_usec_t kOperationTime = 5 * PA_USEC_PER_SEC;
 
   // Connects to the server that libpulse would call by this text, or, when it is empty, where libpulse looks by itself.
   // Starts no server. Throws platform::PlatformError when none answers, and std::bad_alloc.
@@ -29,14 +33,18 @@ class Connection {
   void unlock() const { pa_threaded_mainloop_unlock(loop_); }
   using Lock = std::lock_guard<const Connection>;
 
+  // The waits from now on are those of one operation, up to the next call of this.
+  void BeginOperation() { operationEnd_ = pa_rtclock_now() + kOperationTime; }
+
   pa_context* Context() const { return context_; }
   bool IsAlive() const { return PA_CONTEXT_IS_GOOD(pa_context_get_state(context_)); }
 
-  // Waits until the condition holds; false when `time` (in microseconds) has passed, or the connection ended, before.
+  // Waits until the condition holds; false when `time` (in microseconds) or the operation's time has passed, or the
+  // connection ended, before.
   // The condition is tried again whenever a state changes or WakeUp is called.
   template <class Condition>
   bool WaitUntil(pa_usec_t time, Condition condition) {
-    const TimeLimit limit(*this, time);
+    const TimeLimit limit(*this, std::min(pa_rtclock_now() + time, operationEnd_));
     while (!condition()) {
       if (limit.HasPassed() || !IsAlive()) return false;
       pa_threaded_mainloop_wait(loop_);
@@ -60,7 +68,8 @@ class Connection {
  private:
   class TimeLimit {
    public:
-    TimeLimit(const Connection& connection, pa_usec_t time);
+    // `end` is on the clock of pa_rtclock_now.
+    TimeLimit(const Connection& connection, pa_usec_t end);
     TimeLimit(const TimeLimit&) = delete;
     TimeLimit& operator=(const TimeLimit&) = delete;
     ~TimeLimit();
@@ -77,6 +86,7 @@ class Connection {
 
   pa_threaded_mainloop* loop_ = nullptr;
   pa_context* context_ = nullptr;
+  pa_usec_t operationEnd_ = 0;
 };
 
 // The callback of requests that are only answered by success or failure; `error` is the int of Finish.

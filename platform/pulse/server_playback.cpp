@@ -14,7 +14,7 @@ constexpr pa_usec_t kLongestStandstill = 2 * PA_USEC_PER_SEC;
 // out before the stream's first frame, or the stream's frames be taken long before they sound.
 constexpr pa_usec_t kShortLatency = 60 * PA_USEC_PER_MSEC;
 constexpr pa_usec_t kLatencyPoll = 20 * PA_USEC_PER_MSEC;
-constexpr int kMostPolls = 120;
+constexpr pa_usec_t kLongestSettling = 2400 * PA_USEC_PER_MSEC;
 constexpr int kMostPollsWithoutFall = 10;
 
 }  // namespace
@@ -68,7 +68,8 @@ HRESULT ServerPlayback::Stop() {
 HRESULT ServerPlayback::Settle() {
   pa_usec_t shortest = PA_USEC_MAX;
   int pollsWithoutFall = 0;
-  for (int poll = 0; poll < kMostPolls && pollsWithoutFall < kMostPollsWithoutFall; ++poll) {
+  const pa_usec_t end = pa_rtclock_now() + kLongestSettling;
+  while (pa_rtclock_now() < end && pollsWithoutFall < kMostPollsWithoutFall) {
     const pa_timing_info* timing = nullptr;
     const HRESULT status = stream_.UpdateTiming(&timing);
     if (status != S_OK || timing->sink_usec <= kShortLatency) return status;

@@ -23,7 +23,11 @@ class SoundServer final : public platform::Backend {
  public:
   explicit SoundServer(const std::string& server) : connection_(server) {}
 
-  void lock() override { connection_.lock(); }
+  // The front holds the lock for as long as one operation takes.
+  void lock() override {
+    connection_.lock();
+    connection_.BeginOperation();
+  }
   void unlock() override { connection_.unlock(); }
 
   const char* Name() const override { return "pulse"; }
