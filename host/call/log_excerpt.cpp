@@ -1,7 +1,10 @@
 #include "host/call/log_excerpt.h"
 
-#include <fstream>
+#include <algorithm>
+#include <string_view>
 #include <utility>
+
+#include "text/input_file.h"
 
 namespace host {
 namespace {
@@ -12,13 +15,19 @@ std::uintmax_t SizeOf(const std::filesystem::path& file) {
   return missing ? 0 : size;
 }
 
+// More than a log grows to before it is rotated.
+constexpr std::size_t kMostBytes = std::size_t{8} << 20;
+
 void AppendLines(const std::filesystem::path& file, std::uintmax_t start, std::vector<std::string>& lines) {
-  std::ifstream log(file, std::ios::binary);
-  log.seekg(static_cast<std::streamoff>(start));
-  for (std::string line; std::getline(log, line);) {
-    if (line.ends_with('\r')) line.pop_back();
-    lines.push_back(std::move(line));
+  const text::FileBytes log = text::ReadRegularFile(file, start, kMostBytes);
+  for (std::string_view rest = log.bytes; !rest.empty();) {
+    const std::size_t end = std::min(rest.find('\n'), rest.size());
+    std::string_view line = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    lines.emplace_back(line);
   }
+  if (log.isCut) lines.emplace_back("(The log goes on; no more than 8 MiB of it are shown.)");
 }
 
 }  // namespace

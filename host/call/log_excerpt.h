@@ -13,7 +13,8 @@ class LogExcerpt {
  public:
   explicit LogExcerpt(std::filesystem::path logFile);
 
-  // The lines so far, without their ends, oldest first. A log that was rotated once meanwhile is followed.
+  // The lines so far, without their ends, oldest first. A log that was rotated once meanwhile is followed. Of each file 8 MiB
+  // at most are read, and a last line says so. There are none where no regular file is.
   std::vector<std::string> Lines() const;
 
  private:

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "host/base/system.h"
+#include "text/input_file.h"
 #include "text/utf.h"
 
 namespace host {
@@ -22,6 +23,12 @@ LoadedLibrary Load(const std::filesystem::path& file) {
   std::error_code unknown;
   if (!std::filesystem::exists(file, unknown)) {
     throw Failure(ExitCode::kBroken, fmt::format("There is no module '{}'.", text::Utf8FromPath(file)), kModuleAdvice);
+  }
+  // The system would wait for whoever writes into a pipe.
+  if (!std::filesystem::is_regular_file(file, unknown)) {
+    throw Failure(ExitCode::kBroken,
+                  fmt::format("'{}' can't be loaded: {}.", text::Utf8FromPath(file), text::kNoRegularFile),
+                  kModuleAdvice);
   }
   try {
     return LoadedLibrary(file);

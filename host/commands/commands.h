@@ -57,8 +57,8 @@ CommandResult ShowVersion(const Options& options);
 // says so in `notes` and `json` of the result. Never throws.
 CommandResult PutBackLeftSettings(const Options& options) noexcept;
 
-// The limits that the options and their file give. Throws Failure for a file that can't be used, and for limits that
-// nothing can meet.
+// The limits that the options and their file give, where the file may be standard input. Throws Failure for a file that
+// can't be used, and for limits that nothing can meet.
 Limits LimitsGiven(const Options& options);
 
 // The part of CheckContract that calls the module, in this process. The request's contract must have an object

@@ -87,14 +87,15 @@ void Conclude(const RunRecord& run, CommandResult& result) {
   result.exitCode = ExitCode::kNotRestored;
 }
 
-RunRecord RunOnEndpoints(const Options& options, const std::string& platform, const Interruption& interruption,
-                         const Progress::Span& span, const std::optional<std::string>& saveTo) {
+RunRecord RunOnEndpoints(const Options& options, const Limits& limits, const std::string& platform,
+                         const Interruption& interruption, const Progress::Span& span,
+                         const std::optional<std::string>& saveTo) {
   RunRecord run;
   run.test = options.test;
   run.began = fmt::format("{:%Y-%m-%d %H:%M:%S %z}", fmt::localtime(std::time(nullptr)));
   run.platform = platform;
   run.module = ModuleFile(options);
-  run.limits = LimitsInForce(LimitsGiven(options), options.render.has_value());
+  run.limits = LimitsInForce(limits, options.render.has_value());
   ChooseEndpoints(options, platform, run);
   const ContractEndpoints ids{.capture = run.capture.has_value() ? run.capture->id : "",
                               .render = run.render.has_value() ? run.render->id : ""};

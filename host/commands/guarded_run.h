@@ -23,9 +23,10 @@ void RunModule(const CallRequest& request, const Options& options, const Interru
 void Conclude(const RunRecord& run, CommandResult& result);
 
 // Chooses the endpoints that the options name, runs the test once, listening to a capture endpoint beside the module, and
-// judges it. What was heard goes into the file `saveTo`, which is there, if one is given. Throws Failure when the module
-// wasn't called.
-RunRecord RunOnEndpoints(const Options& options, const std::string& platform, const Interruption& interruption,
-                         const Progress::Span& span, const std::optional<std::string>& saveTo = std::nullopt);
+// judges it by `limits`, as LimitsGiven has them. What was heard goes into the file `saveTo`, which is there, if one is
+// given. Throws Failure when the module wasn't called.
+RunRecord RunOnEndpoints(const Options& options, const Limits& limits, const std::string& platform,
+                         const Interruption& interruption, const Progress::Span& span,
+                         const std::optional<std::string>& saveTo = std::nullopt);
 
 }  // namespace host

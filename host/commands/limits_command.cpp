@@ -5,6 +5,7 @@
 namespace host {
 namespace {
 
+constexpr std::size_t kMostMiB = 1;
 constexpr const char* kAdvice = "Give a file of limits, as 'rmthost limits' prints them, or - for standard input.";
 
 }  // namespace
@@ -12,7 +13,7 @@ constexpr const char* kAdvice = "Give a file of limits, as 'rmthost limits' prin
 Limits LimitsGiven(const Options& options) {
   Limits limits;
   if (options.limitsFile.has_value())
-    ReadLimits(ReadTextFile(*options.limitsFile, "limits file", kAdvice), *options.limitsFile, limits);
+    ReadLimits(ReadTextFile(*options.limitsFile, "limits file", kMostMiB, kAdvice), *options.limitsFile, limits);
   if (options.limits.minPeak.has_value()) limits.minPeak = options.limits.minPeak;
   if (options.limits.maxPeak.has_value()) limits.maxPeak = options.limits.maxPeak;
   if (limits.minPeak.value_or(0.0) <= limits.maxPeak.value_or(1.0)) return limits;

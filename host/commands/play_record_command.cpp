@@ -79,12 +79,13 @@ std::string FilesText(const RunRecord& run) {
 }  // namespace
 
 CommandResult PlayOrRecord(const Options& options, const Style& style) {
+  const Limits limits = LimitsGiven(options);
   const Interruption interruption;
   OutputFiles files(options);
   const std::string platform = ChoosePlatform(options.platform);
   const std::optional<std::string> saveTo =
       files.save.has_value() ? std::optional(files.save->Temporary()) : std::nullopt;
-  RunRecord run = RunOnEndpoints(options, platform, interruption,
+  RunRecord run = RunOnEndpoints(options, limits, platform, interruption,
                                  {.label = options.test == Test::kPlay ? "playing" : "recording"}, saveTo);
   const std::optional<Failure> notWritten = WriteFiles(files, run);
   // A report has the log always.

@@ -21,6 +21,7 @@ bool CanGoOn(const RunRecord& run, const Options& options) {
 
 CommandResult RepeatRuns(const Options& options, const Style& style) {
   const std::string platform = ChoosePlatform(options.platform);
+  const Limits limits = LimitsGiven(options);
   const Interruption interruption;
   std::vector<RunRecord> runs;
   CommandResult result;
@@ -29,7 +30,7 @@ CommandResult RepeatRuns(const Options& options, const Style& style) {
     const Progress::Span span{
         .label = fmt::format("run {} of {}", done + 1, options.runs), .start = done / whole, .end = (done + 1) / whole};
     try {
-      runs.push_back(RunOnEndpoints(options, platform, interruption, span));
+      runs.push_back(RunOnEndpoints(options, limits, platform, interruption, span));
     } catch (const Failure& failure) {
       // What was there for the first run may not be there for a later one, and then the runs so far still count.
       if (runs.empty()) throw;

@@ -1,30 +1,26 @@
 #include "platform/virtual/virtual_backend.h"
 
-#include <cerrno>
-#include <fstream>
-#include <system_error>
+#include <cstddef>
 
 #include "platform/virtual/built_in_machine.h"
 #include "platform/virtual/description.h"
 #include "platform/virtual/machine.h"
+#include "text/input_file.h"
 #include "text/utf.h"
 
 namespace virtual_audio {
 
 namespace {
 
+constexpr std::size_t kMostBytes = std::size_t{16} << 20;
+
 std::string ContentsOf(const std::string& file) {
-  errno = 0;
-  std::ifstream stream(text::PathFromUtf8(file), std::ios::binary);
-  std::string contents;
-  char chunk[4096];
-  while (stream.read(chunk, sizeof chunk), stream.gcount() > 0) {
-    contents.append(chunk, static_cast<std::size_t>(stream.gcount()));
+  const text::FileBytes contents = text::ReadRegularFile(text::PathFromUtf8(file), 0, kMostBytes);
+  if (!contents.problem.empty()) {
+    throw platform::PlatformError('"' + file + "\" can't be read: " + contents.problem + '.');
   }
-  if (!stream.eof()) {
-    throw platform::PlatformError('"' + file + "\" can't be read: " + std::generic_category().message(errno));
-  }
-  return contents;
+  if (contents.isCut) throw platform::PlatformError('"' + file + "\" is larger than 16 MiB, and isn't read.");
+  return contents.bytes;
 }
 
 }  // namespace

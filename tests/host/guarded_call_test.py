@@ -66,6 +66,14 @@ class Interruption(HostTest):
                     if arguments == ["play"]:
                         self.assertIn("ended with", document["result"]["restored"]["notNeeded"])
 
+    def test_a_request_ends_the_wait_for_standard_input(self):
+        for arguments in [["check", "-"], ["record", "--limits", "-"], ["repeat", "record", "--limits", "-"]]:
+            with self.subTest(arguments), self.start(*arguments) as running:
+                # By now it waits. Before that it would end in the same way.
+                time.sleep(0.2)
+                running.send_signal(signal.SIGTERM)
+                self.assertEqual(running.wait(60), -signal.SIGTERM)
+
     def test_the_child_ends_with_its_parent(self):
         with self.start("play", module=MISBEHAVING, MISBEHAVIOUR="hang") as running:
             child, = self.next_child(running)

@@ -16,7 +16,7 @@ class BadInput(HostTest):
     def test_each_gets_its_exit_code_and_sentence_as_text_and_as_json(self):
         for name, content in {"latin1.json": b'{"CoreData":"\xe9"}', "odd.json": b"\xff\xfe{", "zero.json": b"{}\0{}",
                               "surrogate.json": b"\xff\xfe\x00\xd8{\x00", "text.so": b"no library",
-                              "empty.json": b'{"endpoints": []}', "typo.json": b'{"endpoint": []}'}.items():
+                              "huge.json": b" " * 2**24 + b"{}", "empty.json": b'{"endpoints": []}', "typo.json": b'{"endpoint": []}'}.items():
             self.write(name, content)
         cases = [
             (BAD_INPUT, "There is no file 'none.json'", ["run", "play", "none.json"], {}),
@@ -53,11 +53,27 @@ class BadInput(HostTest):
             (BROKEN, "gave no reply", ["play"], {"module": MISBEHAVING}),
             (BAD_INPUT, "endpoint", ["list"], {"machine": "virtual:typo.json"}),
             (BAD_INPUT, "none.json", ["list"], {"machine": "virtual:none.json"}),
+            (BAD_INPUT, "'virtual:.' can't be used: \".\" can't be read", ["list"], {"machine": "virtual:."}),
+            (BAD_INPUT, '"huge.json" is larger than 16 MiB', ["list"], {"machine": "virtual:huge.json"}),
+            (BAD_INPUT, "limits file 'huge.json' is larger than 1 MiB", ["limits", "--limits", "huge.json"], {}),
+            (BAD_INPUT, "limits file '-' is larger than 1 MiB", ["limits", "--limits", "-"], {"stdin": b" " * 2**20 + b"{}"}),
             (BAD_INPUT, "'loudspeaker' can't be used", ["list"], {"machine": "loudspeaker"}),
         ]
         plain = os.path.join(os.path.dirname(HOST), "..", "lib", "libaudioplatform.so")
         if os.path.exists(plain):  # not on Windows
             cases.append((BROKEN, "doesn't export AudioPlaybackTest", ["run", "play", "-"], {"module": plain}))
+        if hasattr(os, "mkfifo") and not RUNNER:
+            os.mkfifo(os.path.join(self.directory, "pipe"))
+            os.mkdir(os.path.join(self.directory, "log"))
+            os.mkfifo(os.path.join(self.directory, "log", "ZQRMLOG.LOG"))
+            for name in ["pipe", "/dev/zero"]:
+                cases += [
+                    (BAD_INPUT, f"'{name}' can't be read: it is a folder, a pipe", ["check", name], {}),
+                    (BAD_INPUT, f"'{name}' can't be read: it is", ["record", "--limits", name], {}),
+                    (BAD_INPUT, f'"{name}" can\'t be read: it is', ["list"], {"machine": "virtual:" + name}),
+                    (BROKEN, f"'{name}' can't be loaded: it is", ["play"], {"module": name})]
+            cases.append((BROKEN, "gave no reply", ["play", "--verbose"],
+                          {"ZQRMT_LOG_DIRECTORY": os.path.join(self.directory, "log")}))
         for code, sentence, arguments, more in cases:
             with self.subTest(arguments=arguments, **more):
                 exit_code, output, errors = self.rmthost(*arguments, **more)
