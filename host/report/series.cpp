@@ -8,6 +8,7 @@
 #include "host/base/json.h"
 #include "host/report/run_json.h"
 #include "host/report/run_text.h"
+#include "host/report/run_words.h"
 #include "text/utf.h"
 
 namespace host {
@@ -23,10 +24,10 @@ std::string FailureWord(const RunRecord& run) {
   return run.verdict.word == "failed" ? std::to_string(run.outcome->returnCode) : run.verdict.word;
 }
 
+// A module's failure with its code.
 std::string FailureSentence(const RunRecord& run) {
-  if (run.failure.has_value()) return run.failure->message;
-  return run.verdict.word == "failed" ? fmt::format("{} ({})", run.verdict.sentence, run.outcome->returnCode)
-                                      : run.verdict.sentence;
+  const bool isModules = !run.failure.has_value() && run.verdict.word == "failed";
+  return isModules ? fmt::format("{} ({})", ReasonOf(run), run.outcome->returnCode) : ReasonOf(run);
 }
 
 // Nothing when there are no values.
@@ -79,7 +80,7 @@ std::string SeriesText(const Series& series, const std::vector<RunRecord>& runs,
       text += "\n" + Wrapped(line, style) + "\n";
     }
     // The same advice is given once, behind the last run that it is for.
-    const std::string& own = run.failure.has_value() ? run.failure->advice : run.verdict.advice;
+    const std::string own = AdviceOf(run);
     const bool isLast = i + 1 == runs.size() || runs[i + 1].Passed() || FailureWord(runs[i + 1]) != FailureWord(run);
     if (!own.empty() && isLast) text += Wrapped(text::Printable(own), style) + "\n";
     text += logLines;
