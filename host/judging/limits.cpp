@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <set>
+#include <variant>
 #include <vector>
 
 #include "host/base/failure.h"
@@ -12,33 +13,28 @@
 namespace host {
 namespace {
 
-constexpr LimitRow kRows[] = {
-    {"minExplainedShare", "tone", "", &Limits::minExplainedShare, 0.0, 1.0,
-     "the least share of the sound near 1200 Hz that the tone's partials explain"},
-    {"minSignalToNoiseDb", "noise", "dB", &Limits::minSignalToNoiseDb, -100.0, 200.0,
-     "the least distance of the tone from everything else that is heard"},
-    {"maxDcOffset", "noise", "", &Limits::maxDcOffset, 0.0, 1.0,
-     "the most that the sound's mean may be away from 0, full scale being 1"},
-    {"maxHarmonicsDb", "distortion", "dB", &Limits::maxHarmonicsDb, -200.0, 100.0,
-     "the most that harmonics 2 to 7 may have against the tone"},
-    {"maxFlatShare", "distortion", "", &Limits::maxFlatShare, 0.0, 1.0,
-     "the largest share of samples in tops that are cut off"},
-    {"maxPeakCompressionDb", "distortion", "dB", &Limits::maxPeakCompressionDb, 0.0, 100.0,
-     "how much less gain the tone's peaks may get than its flanks"},
-    {"maxInterruptions", "interruptions", "", &Limits::maxInterruptions, 0.0, 1e6,
-     "the most gaps, repeats, losses and disturbances"},
-    {"maxLostSeconds", "duration", "s", &Limits::maxLostSeconds, 0.0, 10.0,
-     "how much of the tone may be missing at its begin or end while the recording runs"},
-    {"maxSpeedErrorPercent", "speed", "%", &Limits::maxSpeedErrorPercent, 0.0, 100.0,
-     "how far the tone's speed may be from the right one"},
-    {"maxChannelDifferenceDb", "channels", "dB", &Limits::maxChannelDifferenceDb, 0.0, 200.0,
-     "how much quieter than on the best channel the tone may be on another"},
-    {"maxInvertedChannels", "channels", "", &Limits::maxInvertedChannels, 0.0, 1e6,
-     "the most channels whose polarity is against the best channel's"},
+// One limit: its key, and what it may be set to.
+struct Row {
+  const char* key;
+  std::variant<double Limits::*, std::optional<double> Limits::*> member;
+  double least, most;
 };
 
-constexpr const char* kMinPeak = "minPeak";
-constexpr const char* kMaxPeak = "maxPeak";
+constexpr Row kRows[] = {
+    {"minPeak", &Limits::minPeak, 0.0, 1.0},
+    {"maxPeak", &Limits::maxPeak, 0.0, 1.0},
+    {"minExplainedShare", &Limits::minExplainedShare, 0.0, 1.0},
+    {"minSignalToNoiseDb", &Limits::minSignalToNoiseDb, -100.0, 200.0},
+    {"maxDcOffset", &Limits::maxDcOffset, 0.0, 1.0},
+    {"maxHarmonicsDb", &Limits::maxHarmonicsDb, -200.0, 100.0},
+    {"maxFlatShare", &Limits::maxFlatShare, 0.0, 1.0},
+    {"maxPeakCompressionDb", &Limits::maxPeakCompressionDb, 0.0, 100.0},
+    {"maxInterruptions", &Limits::maxInterruptions, 0.0, 1e6},
+    {"maxLostSeconds", &Limits::maxLostSeconds, 0.0, 10.0},
+    {"maxSpeedErrorPercent", &Limits::maxSpeedErrorPercent, 0.0, 100.0},
+    {"maxChannelDifferenceDb", &Limits::maxChannelDifferenceDb, 0.0, 200.0},
+    {"maxInvertedChannels", &Limits::maxInvertedChannels, 0.0, 1e6},
+};
 
 // With a tone: a tone at full level that is heard at less than a hundredth didn't come through, and one that comes within a
 // thousandth of full scale was cut off. Without: three steps of 16 bits, which a dead input that flickers doesn't reach.
@@ -53,15 +49,15 @@ double NumberAt(const Json& value, const std::string& place, double least, doubl
 }
 
 [[noreturn]] void RefuseKey(const std::string& source, const std::string& key) {
-  std::vector<std::string> keys = {kMinPeak, kMaxPeak};
-  for (const LimitRow& row : kRows) keys.emplace_back(row.key);
+  std::vector<std::string> keys;
+  for (const Row& row : kRows) keys.emplace_back(row.key);
   const std::string near = NearestWord(key, keys);
   throw Failure(ExitCode::kBadInput, fmt::format("{} has no limit '{}'.", source, key),
                 near.empty() ? kAdvice : fmt::format("Did you mean '{}'? {}", near, kAdvice));
 }
 
-const LimitRow& RowOf(const std::string& key, const std::string& source) {
-  for (const LimitRow& row : kRows) {
+const Row& RowOf(const std::string& key, const std::string& source) {
+  for (const Row& row : kRows) {
     if (key == row.key) return row;
   }
   RefuseKey(source, key);
@@ -91,7 +87,12 @@ Json ParseOnce(const std::string& json, const std::string& source) {
 
 }  // namespace
 
-std::span<const LimitRow> LimitRows() { return kRows; }
+void to_json(Json& json, const Limits& limits) {
+  json = Json::object();
+  for (const Row& row : kRows) {
+    std::visit([&](auto member) { json[row.key] = limits.*member; }, row.member);
+  }
+}
 
 Limits LimitsInForce(const Limits& limits, bool tonePlays) {
   Limits inForce = limits;
@@ -103,15 +104,9 @@ Limits LimitsInForce(const Limits& limits, bool tonePlays) {
 void ReadLimits(const std::string& json, const std::string& source, Limits& limits) {
   const Json document = ParseOnce(json, source);
   for (const auto& [key, value] : document.items()) {
-    const std::string place = fmt::format("{}: {}", source, key);
-    if (key == kMinPeak) {
-      limits.minPeak = NumberAt(value, place, 0.0, 1.0);
-    } else if (key == kMaxPeak) {
-      limits.maxPeak = NumberAt(value, place, 0.0, 1.0);
-    } else {
-      const LimitRow& row = RowOf(key, source);
-      limits.*row.member = NumberAt(value, place, row.least, row.most);
-    }
+    const Row& row = RowOf(key, source);
+    const double number = NumberAt(value, fmt::format("{}: {}", source, key), row.least, row.most);
+    std::visit([&](auto member) { limits.*member = number; }, row.member);
   }
 }
 

@@ -1,11 +1,8 @@
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
-#include <span>
 #include <string>
-#include <tuple>
-
-#include "host/base/member.h"
 
 namespace host {
 
@@ -35,33 +32,10 @@ struct Limits {
   // A choice: more than two working microphones of one device differ by.
   double maxChannelDifferenceDb = 40.0;
   double maxInvertedChannels = 0.0;
-
-  static constexpr auto Members() {
-    using L = Limits;
-    return std::tuple(Member("minPeak", &L::minPeak), Member("maxPeak", &L::maxPeak),
-                      Member("minExplainedShare", &L::minExplainedShare),
-                      Member("minSignalToNoiseDb", &L::minSignalToNoiseDb), Member("maxDcOffset", &L::maxDcOffset),
-                      Member("maxHarmonicsDb", &L::maxHarmonicsDb), Member("maxFlatShare", &L::maxFlatShare),
-                      Member("maxPeakCompressionDb", &L::maxPeakCompressionDb),
-                      Member("maxInterruptions", &L::maxInterruptions), Member("maxLostSeconds", &L::maxLostSeconds),
-                      Member("maxSpeedErrorPercent", &L::maxSpeedErrorPercent),
-                      Member("maxChannelDifferenceDb", &L::maxChannelDifferenceDb),
-                      Member("maxInvertedChannels", &L::maxInvertedChannels));
-  }
 };
 
-// One limit: its key, the check that it belongs to, and what it means.
-struct LimitRow {
-  const char* key;
-  const char* check;
-  const char* unit;  // empty for a share or a count
-  double Limits::*member;
-  double least, most;  // what it may be set to
-  const char* meaning;
-};
-
-// Every limit but the two of the peak.
-std::span<const LimitRow> LimitRows();
+// Every limit by its key, in the order above; null for a peak without one.
+void to_json(nlohmann::ordered_json& json, const Limits& limits);
 
 // The limits in force for a test: those given, and for a peak without one the default. With a tone the least is a hundredth
 // of full scale, as a tone at full level that is quieter hasn't come through, and the most is just below full scale. Without
