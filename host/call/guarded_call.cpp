@@ -75,14 +75,6 @@ constexpr std::chrono::milliseconds kSettling{100};
 
 }  // namespace
 
-void from_json(const Json& json, InterruptionKind& kind) {
-  const std::string word = json.get<std::string>();
-  kind = InterruptionKind::kGap;
-  while (word != Word(kind) && kind != InterruptionKind::kDisturbance) {
-    kind = InterruptionKind{static_cast<int>(kind) + 1};
-  }
-}
-
 CallReport CallGuarded(const CallRequest& request, const Guarding& guarding, const Interruption& interruption) {
   if (EndsWithProcess(request.platform)) return CallInChild(request, guarding.timeout, interruption);
 

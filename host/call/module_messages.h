@@ -58,6 +58,7 @@ struct ModuleRequest {
   }
 };
 
+// Any other word than the first three is a disturbance.
 void from_json(const nlohmann::ordered_json& json, InterruptionKind& kind);
 
 // What came of a call of the module.
