@@ -23,7 +23,8 @@ Restoration PutBackOnce(const std::string& platform, const std::vector<Endpoint>
     const Platform connection(platform);
     return PutBack(saved);
   } catch (const Failure& failure) {
-    return FailedRestoration(saved, failure.message);
+    // The sentence becomes a part of another.
+    return FailedRestoration(saved, failure.message.substr(0, failure.message.find_last_not_of('.') + 1));
   }
 }
 
