@@ -49,7 +49,7 @@ CommandResult PutBackLeftSettings(const Options& options) noexcept {
       left.push_back(std::move(run));
     }
     if (!left.empty()) result.json = TextOf(ResultJson(left));
-  } catch (const std::exception& error) {
+  } catch (const std::exception&) {
     // The command itself finds out what it needs, and says so.
     result.notes.clear();
   }
