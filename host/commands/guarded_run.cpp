@@ -32,8 +32,8 @@ Guarding GuardingOf(const Options& options) {
           .tellOfWait = tell};
 }
 
-void ChooseEndpoints(const Options& options, const std::string& platform, RunRecord& run) {
-  const Platform connection(platform);
+void ChooseEndpoints(const Options& options, RunRecord& run) {
+  const Platform connection(run.platform);
   const std::vector<Endpoint> endpoints = ReadEndpoints();
   if (run.test == Test::kPlay) {
     run.render = ChooseEndpoint(endpoints, Flow::kRender, options.endpoint);
@@ -87,19 +87,22 @@ void Conclude(const RunRecord& run, CommandResult& result) {
   result.exitCode = ExitCode::kNotRestored;
 }
 
-RunRecord RunOnEndpoints(const Options& options, const Limits& limits, const std::string& platform,
-                         const Interruption& interruption, const Progress::Span& span,
-                         const std::optional<std::string>& saveTo) {
+RunRecord NewRun(const Options& options, const Limits& limits) {
   RunRecord run;
   run.test = options.test;
   run.began = fmt::format("{:%Y-%m-%d %H:%M:%S %z}", fmt::localtime(std::time(nullptr)));
-  run.platform = platform;
+  run.platform = options.platform;
   run.module = ModuleFile(options);
   run.limits = LimitsInForce(limits, options.render.has_value());
-  ChooseEndpoints(options, platform, run);
+  return run;
+}
+
+void RunOnEndpoints(const Options& options, const Interruption& interruption, const Progress::Span& span,
+                    const std::optional<std::string>& saveTo, RunRecord& run) {
+  ChooseEndpoints(options, run);
   const ContractEndpoints ids{.capture = run.capture.has_value() ? run.capture->id : "",
                               .render = run.render.has_value() ? run.render->id : ""};
-  CallRequest request{.platform = platform,
+  CallRequest request{.platform = run.platform,
                       .module = run.module,
                       .test = run.test,
                       .contract = BuildContract(run.test, ids),
@@ -107,7 +110,6 @@ RunRecord RunOnEndpoints(const Options& options, const Limits& limits, const std
                       .saveTo = saveTo};
   if (run.capture.has_value()) request.listenTo = run.capture->id;
   RunModule(request, options, interruption, span, run);
-  return run;
 }
 
 }  // namespace host

@@ -18,15 +18,17 @@ std::string ModuleFile(const Options& options);
 void RunModule(const CallRequest& request, const Options& options, const Interruption& interruption,
                const Progress::Span& span, RunRecord& run);
 
+// A run as the options ask for it, with the limits that LimitsGiven gave, before anything is done for it.
+RunRecord NewRun(const Options& options, const Limits& limits);
+
 // Fills in the exit code and the failure that a run amounts to: that settings are not back matters more than most
 // outcomes.
 void Conclude(const RunRecord& run, CommandResult& result);
 
 // Chooses the endpoints that the options name, runs the test once, listening to a capture endpoint beside the module, and
-// judges it by `limits`, as LimitsGiven has them. What was heard goes into the file `saveTo`, which is there, if one is
-// given. Throws Failure when the module wasn't called.
-RunRecord RunOnEndpoints(const Options& options, const Limits& limits, const std::string& platform,
-                         const Interruption& interruption, const Progress::Span& span,
-                         const std::optional<std::string>& saveTo = std::nullopt);
+// judges it: fills in a new `run`, whose platform isn't "auto". What was heard goes into the file `saveTo`, which is there,
+// if one is given. Throws Failure when the module wasn't called.
+void RunOnEndpoints(const Options& options, const Interruption& interruption, const Progress::Span& span,
+                    const std::optional<std::string>& saveTo, RunRecord& run);
 
 }  // namespace host

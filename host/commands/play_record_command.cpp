@@ -79,14 +79,15 @@ std::string FilesText(const RunRecord& run) {
 }  // namespace
 
 CommandResult PlayOrRecord(const Options& options, const Style& style) {
+  // Before requests to end are only taken note of: it may wait for standard input.
   const Limits limits = LimitsGiven(options);
   const Interruption interruption;
   OutputFiles files(options);
-  const std::string platform = ChoosePlatform(options.platform);
+  RunRecord run = NewRun(options, limits);
+  run.platform = ChoosePlatform(options.platform);
   const std::optional<std::string> saveTo =
       files.save.has_value() ? std::optional(files.save->Temporary()) : std::nullopt;
-  RunRecord run = RunOnEndpoints(options, limits, platform, interruption,
-                                 {.label = options.test == Test::kPlay ? "playing" : "recording"}, saveTo);
+  RunOnEndpoints(options, interruption, {.label = options.test == Test::kPlay ? "playing" : "recording"}, saveTo, run);
   const std::optional<Failure> notWritten = WriteFiles(files, run);
   // A report has the log always.
   if (!options.verbose) run.logLines.reset();
@@ -99,7 +100,7 @@ CommandResult PlayOrRecord(const Options& options, const Style& style) {
   } else {
     result.notes += LogText(run) + restored + FilesText(run);
   }
-  result.json = RunJson(platform, run, options.plotData);
+  result.json = RunJson(run.platform, run, options.plotData);
   if (notWritten.has_value()) {
     if (!result.failure.has_value()) result.failure = notWritten;
     if (result.exitCode == ExitCode::kPass) result.exitCode = notWritten->exitCode;

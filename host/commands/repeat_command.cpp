@@ -29,14 +29,17 @@ CommandResult RepeatRuns(const Options& options, const Style& style) {
     const double done = static_cast<double>(runs.size()), whole = options.runs;
     const Progress::Span span{
         .label = fmt::format("run {} of {}", done + 1, options.runs), .start = done / whole, .end = (done + 1) / whole};
+    RunRecord run = NewRun(options, limits);
+    run.platform = platform;
     try {
-      runs.push_back(RunOnEndpoints(options, limits, platform, interruption, span));
+      RunOnEndpoints(options, interruption, span, std::nullopt, run);
     } catch (const Failure& failure) {
       // What was there for the first run may not be there for a later one, and then the runs so far still count.
       if (runs.empty()) throw;
       result.failure = failure;
       break;
     }
+    runs.push_back(std::move(run));
     if (interruption.Requested() || !CanGoOn(runs.back(), options)) break;
   }
 

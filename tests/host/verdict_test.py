@@ -94,6 +94,8 @@ class Verdicts(HostTest):
         self.judged(*RECORD, "--limits", "limits.json", verdict="pass")
         self.judged(*RECORD, "--limits", "limits.json", "--min-peak", "0.5", verdict="too quiet")
         self.assertEqual(self.document("limits", "--limits", "limits.json")["result"]["limits"]["maxInterruptions"], 1)
+        series = self.document("repeat", "-n", "2", *RECORD, "--limits", "-", stdin=b'{"maxInterruptions":1}')["result"]
+        self.assertEqual(series["passes"], 2)
         cases = [(b"[]", "holds no JSON object"), (b"{", "isn't JSON"), (b'{"maxPeak":2}', "a number from 0 to 1"),
                  (b'{"maxInteruptions":1}', "has no limit 'maxInteruptions'"), (b'{"minPeak":"x"}', "not \"x\""),
                  (b'{"minPeak":0.1,"minPeak":0.2}', "names 'minPeak' twice"), (b"\xff", "isn't valid UTF-8"),
