@@ -23,6 +23,7 @@ struct Options {
   std::optional<std::string> limitsFile;  // record, limits: a file with limits
   bool requireListening = false;          // record: fail when the host can't listen beside the module
   std::optional<std::string> report;      // play, record: the file for the page
+  std::optional<std::string> junit;       // play, record, repeat: the file for the results
   std::optional<std::string> plot;        // record: the file to draw into
   std::optional<std::string> save;        // record: the file for what was heard
   bool noPlot = false;                    // record: no drawing on the terminal

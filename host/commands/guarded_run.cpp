@@ -1,7 +1,5 @@
 #include "host/commands/guarded_run.h"
 
-#include <fmt/chrono.h>
-
 #include <chrono>
 #include <cstdio>
 #include <ctime>
@@ -58,7 +56,7 @@ void RunModule(const CallRequest& request, const Options& options, const Interru
     run.call = CallGuarded(request, GuardingOf(options), interruption);
   }
   run.log = text::Utf8FromPath(LogFile());
-  if (options.verbose || options.report.has_value()) run.logLines = log.Lines();
+  if (options.verbose || options.report.has_value() || options.junit.has_value()) run.logLines = log.Lines();
   run.failure = run.call.failure;
   if (run.failure.has_value() || !run.call.reply.has_value()) return;
   run.outcome = ReadOutcome(*run.call.reply);
@@ -90,7 +88,10 @@ void Conclude(const RunRecord& run, CommandResult& result) {
 RunRecord NewRun(const Options& options, const Limits& limits) {
   RunRecord run;
   run.test = options.test;
-  run.began = fmt::format("{:%Y-%m-%d %H:%M:%S %z}", fmt::localtime(std::time(nullptr)));
+  run.asked = Word(options.test);
+  if (options.endpoint.has_value()) run.asked += " " + *options.endpoint;
+  if (options.render.has_value()) run.asked += " --render " + *options.render;
+  run.began = std::time(nullptr);
   run.platform = options.platform;
   run.module = ModuleFile(options);
   run.limits = LimitsInForce(limits, options.render.has_value());

@@ -1,9 +1,12 @@
 #include <fmt/format.h>
 
+#include <utility>
+
 #include "host/base/output_file.h"
 #include "host/base/system.h"
 #include "host/commands/commands.h"
 #include "host/commands/guarded_run.h"
+#include "host/commands/results_file.h"
 #include "host/endpoints/platform.h"
 #include "host/report/report_page.h"
 #include "host/report/run_json.h"
@@ -18,28 +21,34 @@ namespace {
 
 // The files that the options name, all of them found to be writable before a tone is played.
 struct OutputFiles {
-  explicit OutputFiles(const Options& options) {
+  explicit OutputFiles(const Options& options) : results(options) {
     if (options.plot.has_value()) plot.emplace(*options.plot, ".svg", "--plot");
     if (options.report.has_value()) report.emplace(*options.report, ".html", "--report");
     if (options.save.has_value()) save.emplace(*options.save, ".wav", "--save");
   }
 
   std::optional<OutputFile> plot, report, save;
+  ResultsFile results;
 };
 
 // Writes the files that were asked for and that there is something for, and notes them in `run`. Gives why the first that
 // could not be written couldn't.
 std::optional<Failure> WriteFiles(OutputFiles& files, RunRecord& run) {
   std::optional<Failure> failure;
-  const auto finish = [&](std::optional<OutputFile>& file, std::optional<std::string>& written, const auto& fill) {
-    if (!file.has_value()) return;
+  const auto attempt = [&failure](const auto& write) {
     try {
-      fill(*file);
-      file->Commit();
-      written = file->Name();
+      write();
     } catch (const Failure& reason) {
       if (!failure.has_value()) failure = reason;
     }
+  };
+  const auto finish = [&](std::optional<OutputFile>& file, std::optional<std::string>& written, const auto& fill) {
+    if (!file.has_value()) return;
+    attempt([&] {
+      fill(*file);
+      file->Commit();
+      written = file->Name();
+    });
   };
   if (run.call.saved || run.call.notSaved.has_value()) {
     finish(files.save, run.save, [&](const OutputFile& file) {
@@ -50,8 +59,12 @@ std::optional<Failure> WriteFiles(OutputFiles& files, RunRecord& run) {
     finish(files.plot, run.plot, [&](const OutputFile& file) { file.Write(SvgPlot(run)); });
   }
   // Whoever interrupts a test wants none of it in the place of the report before.
-  const bool isInterrupted = run.failure.has_value() && run.failure->exitCode == ExitCode::kInterrupted;
-  if (!isInterrupted) finish(files.report, run.report, [&](const OutputFile& file) { file.Write(ReportPage(run)); });
+  if (run.WasInterrupted()) return failure;
+  finish(files.report, run.report, [&](const OutputFile& file) { file.Write(ReportPage(run)); });
+  attempt([&] {
+    files.results.Add(run);
+    run.junit = files.results.Write();
+  });
   return failure;
 }
 
@@ -73,6 +86,7 @@ std::string FilesText(const RunRecord& run) {
   add("plot", run.plot);
   add("report", run.report);
   add("sound", run.save);
+  add("junit", run.junit);
   return text;
 }
 
@@ -84,12 +98,18 @@ CommandResult PlayOrRecord(const Options& options, const Style& style) {
   const Interruption interruption;
   OutputFiles files(options);
   RunRecord run = NewRun(options, limits);
-  run.platform = ChoosePlatform(options.platform);
   const std::optional<std::string> saveTo =
       files.save.has_value() ? std::optional(files.save->Temporary()) : std::nullopt;
-  RunOnEndpoints(options, interruption, {.label = options.test == Test::kPlay ? "playing" : "recording"}, saveTo, run);
+  const char* const label = options.test == Test::kPlay ? "playing" : "recording";
+  try {
+    run.platform = ChoosePlatform(options.platform);
+    RunOnEndpoints(options, interruption, {.label = label}, saveTo, run);
+  } catch (const Failure& failure) {
+    files.results.WriteUnbegun(std::move(run), failure);
+    throw;
+  }
   const std::optional<Failure> notWritten = WriteFiles(files, run);
-  // A report has the log always.
+  // A report and the results have the log always.
   if (!options.verbose) run.logLines.reset();
 
   CommandResult result;

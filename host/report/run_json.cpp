@@ -59,6 +59,7 @@ std::string RunJson(const std::string& platform, const RunRecord& run, bool plot
   Json json = {{"platform", platform}};
   AddRun(run, json);
   json["report"] = run.report;
+  json["junit"] = run.junit;
   if (run.test == Test::kRecord) {
     json["findings"] = run.call.findings;
     json["notHeard"] = run.call.notHeard;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ctime>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,7 +14,8 @@ namespace host {
 // One run of a test, with all that the host has learned of it.
 struct RunRecord {
   Test test = Test::kPlay;
-  std::string began;                // when, as "2026-11-23 08:10:05 +0100"
+  std::string asked;  // the test and its endpoints as the command line has them, as "record mic"
+  std::time_t began = 0;
   std::string platform;             // as --platform, but for "auto"
   std::string module;               // its file
   std::optional<Endpoint> capture;  // the endpoints as they were chosen; none for a contract given
@@ -23,11 +25,12 @@ struct RunRecord {
   std::optional<Outcome> outcome;  // nothing when there is no reply that tells one
   std::optional<Failure> failure;  // there when there is no outcome
   Verdict verdict{.passed = false, .word = "failed"};
-  std::string log;                                   // the module's log file
-  std::optional<std::vector<std::string>> logLines;  // what came to it meanwhile; with --verbose
-  std::optional<std::string> plot, report, save;     // the files that were written
+  std::string log;                                       // the module's log file
+  std::optional<std::vector<std::string>> logLines;      // what came to it meanwhile; with --verbose, and for files
+  std::optional<std::string> plot, report, save, junit;  // the files that were written
 
   bool Passed() const { return verdict.passed; }
+  bool WasInterrupted() const { return failure.has_value() && failure->exitCode == ExitCode::kInterrupted; }
   // Nothing when the module measured none.
   std::optional<double> Peak() const {
     const bool isMeasured = test == Test::kRecord && outcome.has_value() && host::Passed(test, *outcome);

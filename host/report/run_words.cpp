@@ -1,5 +1,6 @@
 #include "host/report/run_words.h"
 
+#include <fmt/chrono.h>
 #include <fmt/format.h>
 
 #include "host/analysis/tone.h"
@@ -28,7 +29,8 @@ std::string AdviceOf(const RunRecord& run) {
 }
 
 std::string TestedText(const RunRecord& run) {
-  return fmt::format("{}, rmthost {}, platform {}", run.began, ZQRMT_VERSION, run.platform);
+  return fmt::format("{:%Y-%m-%d %H:%M:%S %z}, rmthost {}, platform {}", fmt::localtime(run.began), ZQRMT_VERSION,
+                     run.platform);
 }
 
 std::string VirtualNote(const RunRecord& run) {

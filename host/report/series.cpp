@@ -14,10 +14,6 @@
 namespace host {
 namespace {
 
-bool WasInterrupted(const RunRecord& run) {
-  return run.failure.has_value() && run.failure->exitCode == ExitCode::kInterrupted;
-}
-
 std::string FailureWord(const RunRecord& run) {
   if (run.failure.has_value()) return run.failure->exitCode == ExitCode::kTimedOut ? "timed out" : "broken";
   // A module's failure by its code, and the host's by its word.
@@ -48,10 +44,10 @@ std::string SpreadText(const char* label, const std::optional<Spread>& spread, i
 }  // namespace
 
 Series SumUp(const std::vector<RunRecord>& runs, Test test, int asked) {
-  Series series{.test = test, .asked = asked, .failures = {}, .peak = {}, .seconds = {}};
+  Series series{.test = test, .asked = asked, .failures = {}, .peak = {}, .seconds = {}, .junit = {}};
   std::vector<double> peaks, seconds;
   for (const RunRecord& run : runs) {
-    if (WasInterrupted(run)) continue;
+    if (run.WasInterrupted()) continue;
     if (run.Passed()) {
       ++series.passes;
     } else {
@@ -88,7 +84,9 @@ std::string SeriesText(const Series& series, const std::vector<RunRecord>& runs,
   const bool allAsBefore = std::all_of(runs.begin(), runs.end(), [](const RunRecord& run) {
     return run.call.restored.Summary() == Restoration::State::kYes;
   });
-  return text + (allAsBefore ? "\nrestored: yes, after every run\n" : "");
+  if (allAsBefore) text += "\nrestored: yes, after every run\n";
+  if (series.junit.has_value()) text += fmt::format("\njunit: {}\n", text::Printable(*series.junit));
+  return text;
 }
 
 std::string SeriesJson(const std::string& platform, const Series& series, const std::vector<RunRecord>& runs) {

@@ -30,12 +30,13 @@ struct Series {
   int passes = 0;
   std::map<std::string, std::size_t> failures;  // by what they came to
   std::optional<Spread> peak, seconds;
+  std::optional<std::string> junit;  // the file that was written
 
   bool Passed() const { return passes == asked; }
   static constexpr auto Members() {
     return std::tuple(Member("test", &Series::test), Member("asked", &Series::asked), Member("passes", &Series::passes),
                       Member("failures", &Series::failures), Member("peak", &Series::peak),
-                      Member("seconds", &Series::seconds));
+                      Member("seconds", &Series::seconds), Member("junit", &Series::junit));
   }
 };
 

@@ -18,6 +18,8 @@ constexpr const char* kContractHelp = "A file of JSON, UTF-8 or UTF-16LE with a 
 
 constexpr const char* kReportHelp = "Write verdict, checks, pictures, settings and log as a page into an HTML file";
 
+constexpr const char* kJunitHelp = "Write the results as JUnit's XML, a case for each check, into an XML file";
+
 constexpr int kMostRuns = 100000;
 
 constexpr const char* kCheckHelp =
@@ -112,14 +114,19 @@ void AddCommands(CLI::App& app, Options& options) {
   const auto addReport = [&](CLI::App& command) {
     AddText(command, "--report", options.report, kReportHelp)->option_text("FILE");
   };
+  const auto addJunit = [&](CLI::App& command) {
+    AddText(command, "--junit", options.junit, kJunitHelp)->option_text("FILE");
+  };
   CLI::App* play = AddPlay(app, options);
   answer(play, Command::kPlay, Test::kPlay);
   addReport(*play);
+  addJunit(*play);
   CLI::App* record = AddRecord(app, options);
   answer(record, Command::kRecord, Test::kRecord);
   AddText(*record, "--plot", options.plot, "Draw what was heard, waveform and spectrum, into an SVG file")
       ->option_text("FILE");
   addReport(*record);
+  addJunit(*record);
   AddText(*record, "--save", options.save, "Write what was heard, all channels as they were captured, into a WAV file")
       ->option_text("FILE");
   record->add_flag("--no-plot", options.noPlot, "Draw nothing on the terminal")->disable_flag_override();
@@ -132,6 +139,7 @@ void AddCommands(CLI::App& app, Options& options) {
       ->option_text("N")
       ->check(CLI::Range(1, kMostRuns));
   repeat->add_flag("--fail-fast", options.failFast, "End at the first run that doesn't pass")->disable_flag_override();
+  addJunit(*repeat);
   answer(AddPlay(*repeat, options), Command::kRepeat, Test::kPlay);
   answer(AddRecord(*repeat, options), Command::kRepeat, Test::kRecord);
   repeat->require_subcommand(1);

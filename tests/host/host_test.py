@@ -3,12 +3,14 @@
 The environment names the files: RMTHOST, RMTHOST_MODULE, RMTHOST_MISBEHAVING_MODULE and, when rmthost is run by another
 program, that program in RMTHOST_RUNNER.
 """
+import contextlib
 import json
 import os
 import re
 import subprocess
 import tempfile
 import unittest
+import xml.etree.ElementTree
 
 import jsonschema
 
@@ -28,7 +30,8 @@ def return_codes():
 
 
 RETURN = return_codes()
-with open(os.path.join(os.path.dirname(__file__), "..", "..", "docs", "rmthost-json.schema.json")) as file:
+DOCS = os.path.join(os.path.dirname(__file__), "..", "..", "docs")
+with open(os.path.join(DOCS, "rmthost-json.schema.json")) as file:
     SCHEMA = jsonschema.Draft202012Validator(json.load(file))
 
 
@@ -63,7 +66,9 @@ class HostTest(unittest.TestCase):
     def setUp(self):
         directory = tempfile.TemporaryDirectory(prefix="rmthost-")
         self.addCleanup(directory.cleanup)
-        self.directory = directory.name
+        # What a test finds in its directory is its own: what is looked at beside it lies above.
+        self.directory = os.path.join(directory.name, "test")
+        os.mkdir(self.directory)
         self.write("machine.json", json.dumps(MACHINE).encode())
 
     def write(self, name, content):
@@ -87,12 +92,40 @@ class HostTest(unittest.TestCase):
         return running.returncode, output, errors.decode().replace("\r\n", "\n")
 
     def document(self, *arguments, exit_code=PASS, **more):
-        """Runs rmthost with --json in front and returns its one document, which must be as its schema has it."""
-        code, output, errors = self.rmthost("--json", *arguments, **more)
+        """Runs rmthost with --json in front and returns its one document, which must be as its schema has it. A test's
+        results in JUnit's XML must be so too, and say the same."""
+        is_test = arguments[:1] in (("play",), ("record",), ("repeat",)) and "--junit" not in arguments
+        junit = ["--junit", "../results.xml"] if is_test else []
+        with contextlib.suppress(FileNotFoundError):
+            os.remove(os.path.join(self.directory, "../results.xml"))
+        code, output, errors = self.rmthost("--json", *arguments, *junit, **more)
         document = self.parsed(output)
         self.assertEqual((code, document["exitCode"], document["ok"], errors),
                          (exit_code, exit_code, exit_code == PASS, ""))
+        if is_test and exit_code not in (BAD_INPUT, INTERRUPTED):
+            suites = self.suites("../results.xml")
+            is_green = all(trouble in (None, "skipped") for suite in suites for trouble, _ in suite.values())
+            self.assertEqual(is_green, document["ok"])
+            for check in document.get("result", {}).get("checks", []):
+                trouble, text = suites[0][check["name"]]
+                self.assertEqual(trouble, {"pass": None, "fail": "failure", "not judged": "skipped"}[check["result"]])
+                self.assertIn(check["sentence"], text)
         return document
+
+    def suites(self, name):
+        """The suites of a file of results, which must be as its schema has it: {case: (failure, error, skipped or None, its
+        message and text, or else the log)}"""
+        path = os.path.join(self.directory, name)
+        checked = subprocess.run(["xmllint", "--noout", "--schema", os.path.join(DOCS, "junit.xsd"), path],
+                                 capture_output=True, text=True)
+        self.assertEqual(checked.returncode, 0, checked.stderr)
+        root = xml.etree.ElementTree.parse(path).getroot()
+        for counted in (root, *root):
+            for count, tag in [("tests", "testcase"), ("failures", "failure"), ("errors", "error"), ("skipped", "skipped")]:
+                self.assertEqual(int(counted.get(count)), len(list(counted.iter(tag))), count)
+        return [{case.get("name"): (None if trouble is None or trouble.tag == "system-out" else trouble.tag,
+                                    "" if trouble is None else trouble.get("message", "") + "\n" + (trouble.text or ""))
+                 for case in suite.iter("testcase") for trouble in [next(iter(case), None)]} for suite in root]
 
     def parsed(self, output):
         """The document that is all of the output."""

@@ -1,4 +1,5 @@
-"""The files that a person has rmthost write: what becomes of their names, the sound in a WAV file, the page in a browser."""
+"""The files that a person has rmthost write: what becomes of their names, the sound in a WAV file, the page in a browser, the
+results in JUnit's XML."""
 import contextlib
 import ctypes
 import json
@@ -9,9 +10,10 @@ import subprocess
 import time
 import unittest
 import wave
+import xml.etree.ElementTree
 
-from host_test import (BAD_INPUT, BROKEN, FAIL, HOST, INTERRUPTED, MACHINE, MISBEHAVING, MODULE, NOT_RESTORED, RUNNER,
-                       HostTest, enough)
+from host_test import (BAD_INPUT, BROKEN, FAIL, HOST, INTERRUPTED, MACHINE, MISBEHAVING, MODULE, NO_ENDPOINT, NOT_RESTORED,
+                       RUNNER, TIMED_OUT, HostTest, enough)
 
 EARLIER = b"what was there before"
 
@@ -44,7 +46,7 @@ class OutputFiles(FileTest):
     def test_a_name_that_cant_be_used_is_refused_before_the_test(self):
         os.mkdir(self.path("folder.svg"))
         cases = [("--plot", "a.png", "doesn't end in .svg"), ("--report", "a.svg", "doesn't end in .html"),
-                 ("--save", "a", "doesn't end in .wav"), ("--plot", "folder.svg", "is there, and is no file"),
+                 ("--save", "a", "doesn't end in .wav"), ("--junit", "a.json", "doesn't end in .xml"), ("--plot", "folder.svg", "is there, and is no file"),
                  ("--report", "none/a.html", "a folder that isn't there")]
         if not RUNNER:
             os.mkfifo(self.path("pipe.wav"))
@@ -63,35 +65,38 @@ class OutputFiles(FileTest):
                 self.assertEqual((sorted(os.listdir(self.directory)), os.listdir(self.path("log"))), (before, []))
 
     def test_only_what_is_whole_replaces_a_file(self):
-        for name in ("a.svg", "b.HTML", "c.wav"):
+        names = ["a.svg", "b.HTML", "c.wav", "d.xml"]
+        for name in names:
             self.write(name, EARLIER)
-        files = ("--plot", "a.svg", "--report", "b.HTML", "--save", "c.wav")
+        files = ("--plot", "a.svg", "--report", "b.HTML", "--save", "c.wav", "--junit", "d.xml")
+        keys = ("plot", "report", "save", "junit")
         before = sorted(os.listdir(self.directory))
-        # Nothing is heard of a module that crashes, but a report says so.
+        # Nothing is heard of a module that crashes, but the report and the results say so.
         result = self.document("record", "--render", "speaker", *files, module=MISBEHAVING, exit_code=BROKEN,
                                MISBEHAVIOUR="crash", ASAN_OPTIONS="handle_segv=0")["result"]
-        self.assertEqual([result[key] for key in ("plot", "report", "save")], [None, "b.HTML", None])
+        self.assertEqual([result[key] for key in keys], [None, "b.HTML", None, "d.xml"])
         self.assertEqual((self.content("a.svg"), self.content("c.wav")), (EARLIER, EARLIER))
         self.assertIn(b"NO RESULT", self.content("b.HTML"))
         result = self.document("record", "--render", "speaker", *files)["result"]
-        self.assertEqual([result[key] for key in ("plot", "report", "save")], ["a.svg", "b.HTML", "c.wav"])
+        self.assertEqual([result[key] for key in keys], names)
         self.assertNotIn("logLines", result)
-        for name in ("a.svg", "b.HTML", "c.wav"):
+        for name in names:
             self.assertNotEqual(self.content(name), EARLIER)
         self.assertEqual(sorted(os.listdir(self.directory)), before)
 
     @unittest.skipIf(RUNNER, "signals reach the emulator")
     def test_an_interrupted_test_leaves_all_as_it_was(self):
         self.write("a.html", EARLIER)
+        self.write("b.xml", EARLIER)
         before = sorted(os.listdir(self.directory))
-        with self.start("play", "--report", "a.html", module=MISBEHAVING, MISBEHAVIOUR="hang") as running:
+        with self.start("play", "--report", "a.html", "--junit", "b.xml", module=MISBEHAVING, MISBEHAVIOUR="hang") as running:
             deadline = time.monotonic() + 60
-            while sorted(os.listdir(self.directory)) == before and time.monotonic() < deadline:
+            while len(os.listdir(self.directory)) < len(before) + 2 and time.monotonic() < deadline:
                 time.sleep(0.01)
             running.send_signal(signal.SIGINT)
             running.communicate(timeout=60)
-        self.assertEqual((running.returncode, self.content("a.html"), sorted(os.listdir(self.directory))),
-                         (INTERRUPTED, EARLIER, before))
+        self.assertEqual((running.returncode, self.content("a.html"), self.content("b.xml"),
+                          sorted(os.listdir(self.directory))), (INTERRUPTED, EARLIER, EARLIER, before))
 
     @unittest.skipIf(RUNNER, "limits of a process don't reach it through the emulator")
     def test_a_full_disk_leaves_the_file_as_it_was(self):
@@ -242,6 +247,56 @@ class Page(FileTest):
             self.write("a.html", self.content("a.svg").split(b"?>", 1)[1] + measure.encode())
             right = self.browse("--dump-dom", self.path("a.html")).split("<title>")[1].split("</title>")[0]
             self.assertLess(float(right), 820, name)
+
+
+class Results(FileTest):
+    def assert_suite(self, suite, expected):
+        self.assertEqual([(case, trouble) for case, (trouble, _) in suite.items()],
+                         [(case, trouble) for case, (trouble, _) in expected.items()])
+        for case, (_, text) in expected.items():
+            self.assertIn(text, suite[case][1])
+
+    def test_say_what_went_wrong_before_in_and_after_the_call(self):
+        start = {"operation": "IAudioClient::Start", "status": -2004287484}
+        mute = {"operation": "IAudioEndpointVolume::SetMute", "status": -2147467263, "observer": True}
+        for name, faults in (("refuses.json", [start]), ("stays.json", [start, mute])):
+            self.write(name, json.dumps({**MACHINE, "faults": faults}).encode())
+        refused = ("failure", "IAudioClient::Start on 'Speaker' gave")
+        ended = ("skipped", "ended with the module's process")
+        cases = [
+            (NO_ENDPOINT, ["nobody"], {}, {"run": ("error", "No endpoint is called 'nobody'.\n'rmthost list'")}),
+            (NO_ENDPOINT, ["spea"], {}, {"run": ("error", "\nHeadset Speaker  {0.0.0}.{headset}\n")}),
+            (BAD_INPUT, [], {"machine": "loudspeaker"}, {"run": ("error", "'loudspeaker' can't be used")}),
+            (BROKEN, [], {"module": MISBEHAVING, "MISBEHAVIOUR": "crash", "ASAN_OPTIONS": "handle_segv=0"},
+             {"run": ("error", "The module crashed: "), "settings": ended}),
+            (TIMED_OUT, ["--timeout", "0.4"], {"module": MISBEHAVING, "MISBEHAVIOUR": "hang"},
+             {"run": ("error", "with --timeout SECONDS"), "settings": ended}),
+            (FAIL, [], {"machine": "virtual:refuses.json"}, {"run": refused, "settings": (None, "")}),
+            (NOT_RESTORED, [], {"machine": "virtual:stays.json"},
+             {"run": refused, "settings": ("error", "Set them by hand")})]
+        for code, arguments, more, expected in cases:
+            with self.subTest(code, arguments=arguments):
+                self.assertEqual(self.rmthost("play", *arguments, "--junit", "a.xml", **more)[0], code)
+                self.assert_suite(self.suites("a.xml")[0], expected)
+
+    def test_have_a_suite_for_each_run_and_the_log_in_it(self):
+        self.document("repeat", "record", "-n", "2", "--min-peak", "0.5", "--junit", "a.xml", exit_code=FAIL,
+                      machine=self.machine(hears=[]))
+        suites = self.suites("a.xml")
+        self.assertEqual(len(suites), 2)
+        for suite in suites:
+            self.assert_suite(suite, {"run": (None, ": Audio Record Test passed., ["), "level": ("failure", "at least 50 %"),
+                                      "settings": (None, "")})
+
+    def test_hold_names_that_xml_can_not(self):
+        name = "a\x01\x1b[31m\u202e\ufffe]]></testcase>&\"'.b"
+        self.document("play", name, "--junit", "a.xml", machine=self.machine(speaker=name))
+        shown = "a<U+0001><U+001B>[31m<U+202E>\ufffd]]></testcase>&\"'"
+        root = xml.etree.ElementTree.parse(self.path("a.xml")).getroot()
+        self.assertEqual(root[0].get("name"), f"play {shown}.b")
+        self.assertTrue(root[0].find("testcase").get("classname").endswith(f".play {shown}_b"))
+        self.assertIn(f"{shown}.b {{0.0.0}}.{{speaker}}", [property.get("value") for property in root[0][0]])
+        self.suites("a.xml")
 
 
 if __name__ == "__main__":
