@@ -7,6 +7,7 @@ import contextlib
 import json
 import os
 import re
+import shutil
 import subprocess
 import tempfile
 import unittest
@@ -60,6 +61,13 @@ CONTRACT = ('{"CoreData":{"TimeStamp":"","TaskName":"Größe 🎧","TaskID":"","
 def enough(cases):
     """The cases; under an emulator, where every process takes its time, the first few."""
     return cases[:3] if RUNNER else cases
+
+
+def require(test, *programs):
+    """Skips the test where a program isn't installed, but never where everything has to be tested."""
+    missing = [program for program in programs if shutil.which(program) is None]
+    if missing and not os.environ.get("ZQRMT_REQUIRE_SOUND_SERVERS"):
+        test.skipTest("not installed: " + ", ".join(missing))
 
 
 class HostTest(unittest.TestCase):

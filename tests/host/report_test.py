@@ -4,7 +4,6 @@ import contextlib
 import ctypes
 import json
 import os
-import shutil
 import signal
 import subprocess
 import time
@@ -13,16 +12,9 @@ import wave
 import xml.etree.ElementTree
 
 from host_test import (BAD_INPUT, BROKEN, FAIL, HOST, INTERRUPTED, MACHINE, MISBEHAVING, MODULE, NO_ENDPOINT, NOT_RESTORED,
-                       RUNNER, TIMED_OUT, HostTest, enough)
+                       RUNNER, TIMED_OUT, HostTest, enough, require)
 
 EARLIER = b"what was there before"
-
-
-def require(test, *programs):
-    """Skips the test where a program isn't installed, but never where everything has to be tested."""
-    missing = [program for program in programs if shutil.which(program) is None]
-    if missing and not os.environ.get("ZQRMT_REQUIRE_SOUND_SERVERS"):
-        test.skipTest("not installed: " + ", ".join(missing))
 
 
 class FileTest(HostTest):
