@@ -38,7 +38,8 @@ class OutputFiles(FileTest):
     def test_a_name_that_cant_be_used_is_refused_before_the_test(self):
         os.mkdir(self.path("folder.svg"))
         cases = [("--plot", "a.png", "doesn't end in .svg"), ("--report", "a.svg", "doesn't end in .html"),
-                 ("--save", "a", "doesn't end in .wav"), ("--junit", "a.json", "doesn't end in .xml"), ("--plot", "folder.svg", "is there, and is no file"),
+                 ("--save", "a", "doesn't end in .wav"), ("--junit", "a.json", "doesn't end in .xml"),
+                 ("--plot", "folder.svg", "is there, and is no file"),
                  ("--report", "none/a.html", "a folder that isn't there")]
         if not RUNNER:
             os.mkfifo(self.path("pipe.wav"))
