@@ -44,6 +44,9 @@ class PosixFile {
 //
 // Where anybody but root and this process's user can put names into the file's directory, a link is refused too, of both
 // kinds: it could lead a process with more rights to any file of theirs. In other directories a link is the owner's wish.
+//
+// A file that O_CREAT makes gets the rights that the umask leaves. In a directory with the set-group-ID bit that its group may
+// write to, the group may read and write the file too.
 PosixFile OpenRegularFile(const std::string& path, int flags);
 
 }  // namespace logging

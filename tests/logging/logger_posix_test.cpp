@@ -112,6 +112,17 @@ TEST_F(LoggerTest, LinksAreFollowedOnlyWhereNobodyElseCanPutOne) {
   EXPECT_EQ(Lines(live).size(), 1U) << "a plain file in a shared directory";
 }
 
+TEST_F(LoggerTest, ALogInAGroupsDirectoryIsTheGroupsWhateverTheUmask) {
+  const mode_t before = umask(0077);
+  for (const auto& [ofDirectory, ofLog] : {std::pair(0755, 0600), {0775, 0600}, {02755, 0600}, {02775, 0660}}) {
+    ASSERT_EQ(chmod(directory.c_str(), static_cast<mode_t>(ofDirectory)), 0);
+    AppendLine(live, "line\n");
+    EXPECT_EQ(std::filesystem::status(live).permissions(), std::filesystem::perms(ofLog)) << ofDirectory;
+    std::filesystem::remove(live);
+  }
+  umask(before);
+}
+
 TEST_F(LoggerTest, TheDirectoryIsReadableWhateverTheUmask) {
   const std::string made = directory + "/made";
   for (const mode_t mask : {0077U, 0U}) {
