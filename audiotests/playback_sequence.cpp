@@ -4,6 +4,7 @@
 #include "audio/endpoint_volume_snapshot.h"
 #include "audio/tone_source.h"
 #include "audiotests/outcome_table.h"
+#include "audiotests/platform_hint.h"
 #include "audiotests/reply_text.h"
 #include "audiotests/tone_playback.h"
 #include "audiotests/zqrmt_return_codes.h"
@@ -37,6 +38,7 @@ void AudioPlaybackTestClass::RunContract(const char16_t* text) {
   try {
     PlayAndReport(core->DeviceInfo->DeviceInstanceID);
   } catch (int outcome) {
+    LogMissingPlatform(outcome, *logger);
     ReportOutcome(outcome, logger, core);
   }
 }

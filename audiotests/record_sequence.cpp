@@ -10,6 +10,7 @@
 #include "audio/format_block.h"
 #include "audio/tone_source.h"
 #include "audiotests/outcome_table.h"
+#include "audiotests/platform_hint.h"
 #include "audiotests/reply_text.h"
 #include "audiotests/tone_playback.h"
 #include "audiotests/zqrmt_return_codes.h"
@@ -154,6 +155,7 @@ bool AudioRecordTestClass::RecordAndMeasure(std::u16string captureId, std::u16st
     contract->CoreData->DeviceInfo->AudioData->maxAmplitude = largest;
     return true;
   } catch (int outcome) {
+    LogMissingPlatform(outcome, *logger);
     ReportOutcome(outcome, logger, contract->CoreData.get());
     return false;
   }

@@ -1,4 +1,6 @@
 #include "tests/module/bad_log.h"
+#include "tests/support/machines.h"
+#include "tests/support/module_under_test.h"
 
 namespace {
 
@@ -20,6 +22,20 @@ const BadLog kBadLogs[] = {
      },
      "Audio Playback Test passed."},
 };
+
+TEST(LogTest, ACallOnNoPlatformSaysWhatTheHostMissed) {
+  ModuleUnderTest module;
+  const std::size_t before = module.LogLines().size();
+  for (const std::string& reply : {module.Play(kPlayContract), module.Record(kRecordContract)}) {
+    EXPECT_NE(reply.find(ReturnCode(ZQRMT_RETURN_PLATFORM)), std::string::npos) << reply;
+  }
+  std::size_t hints = 0;
+  for (const std::string& line : module.LogLines()) hints += line.find("AudioPlatformInitialize") != std::string::npos;
+  EXPECT_EQ(hints, 2U);
+  EXPECT_EQ(module.LogLines().size() - before, 2U + 3U + 2U) << "two progress lines, an outcome each, a hint each";
+  module.SetFlag("error");
+  EXPECT_NE(module.Play(kPlayContract).find(ReturnCode(ZQRMT_RETURN_PLATFORM)), std::string::npos);
+}
 
 INSTANTIATE_TEST_SUITE_P(Links, BadLogTest, testing::ValuesIn(kBadLogs),
                          [](const auto& test) { return std::string(test.param.name); });
