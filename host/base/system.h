@@ -15,9 +15,6 @@ std::vector<std::string> Arguments(int argc, const char* const* argv);
 // The running program; empty when the system doesn't say.
 std::filesystem::path ProgramFile();
 
-// The directory of the module's log.
-std::filesystem::path LogDirectory();
-
 std::int64_t ProcessId();
 // The computer's name; empty when it has none.
 std::string MachineName();

@@ -18,11 +18,6 @@ std::filesystem::path ProgramFile() {
   return std::filesystem::read_symlink("/proc/self/exe", unknown);
 }
 
-std::filesystem::path LogDirectory() {
-  const char* const named = secure_getenv("ZQRMT_LOG_DIRECTORY");
-  return named == nullptr || *named == '\0' ? ZQRMT_LOG_DIRECTORY : named;
-}
-
 std::int64_t ProcessId() { return getpid(); }
 
 std::string MachineName() {

@@ -32,8 +32,6 @@ std::filesystem::path ProgramFile() {
   return path;
 }
 
-std::filesystem::path LogDirectory() { return ZQRMT_LOG_DIRECTORY; }
-
 std::int64_t ProcessId() { return GetCurrentProcessId(); }
 
 std::string MachineName() {

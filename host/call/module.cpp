@@ -6,6 +6,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "host/base/log_directory.h"
 #include "host/base/system.h"
 #include "text/input_file.h"
 #include "text/utf.h"
@@ -30,6 +31,8 @@ LoadedLibrary Load(const std::filesystem::path& file) {
                   fmt::format("'{}' can't be loaded: {}.", text::Utf8FromPath(file), text::kNoRegularFile),
                   kModuleAdvice);
   }
+  // As it is loaded, the module looks where its log is to be.
+  ChosenLog();
   try {
     return LoadedLibrary(file);
   } catch (const std::runtime_error& error) {
@@ -54,7 +57,7 @@ std::filesystem::path DefaultModuleFile() {
   return places[0];
 }
 
-std::filesystem::path LogFile() { return LogDirectory() / "ZQRMLOG.LOG"; }
+std::filesystem::path LogFile() { return ChosenLog().directory / kLogFileName; }
 
 Failure UnreadableReply() {
   return {ExitCode::kBroken, "The module's reply isn't a data contract with an outcome.",
@@ -80,7 +83,7 @@ std::string Module::Call(Test test, const std::string& contract) const {
   if (reply == nullptr) {
     throw Failure(ExitCode::kBroken, "The module gave no reply.",
                   fmt::format("Check that the log directory '{}' is a directory that can be created, read and written.",
-                              text::Utf8FromPath(LogDirectory())));
+                              text::Utf8FromPath(ChosenLog().directory)));
   }
   return text::ToUtf8(reply.get());
 }

@@ -1,11 +1,17 @@
 #include "host/commands/guarded_run.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
+#include <utility>
 
+#include "host/base/log_directory.h"
 #include "host/call/guarded_call.h"
 #include "host/call/log_excerpt.h"
+#include "host/call/log_fault.h"
 #include "host/call/module.h"
 #include "host/endpoints/endpoint_choice.h"
 #include "host/endpoints/platform.h"
@@ -41,6 +47,9 @@ void ChooseEndpoints(const Options& options, RunRecord& run) {
   if (options.render.has_value()) run.render = ChooseEndpoint(endpoints, Flow::kRender, options.render);
 }
 
+// Both tests log under this name.
+bool IsModules(const std::string& line) { return line.ends_with("[ZQ_RMT_TESTS_AUDIO::AudioRecordTestClass]"); }
+
 }  // namespace
 
 std::string ModuleFile(const Options& options) {
@@ -56,7 +65,10 @@ void RunModule(const CallRequest& request, const Options& options, const Interru
     run.call = CallGuarded(request, GuardingOf(options), interruption);
   }
   run.log = text::Utf8FromPath(LogFile());
-  if (options.verbose || options.report.has_value() || options.junit.has_value()) run.logLines = log.Lines();
+  run.logMoved = ChosenLog().moved;
+  std::vector<std::string> lines = log.Lines();
+  if (std::none_of(lines.begin(), lines.end(), IsModules)) run.logMissing = LogFault(ChosenLog().directory);
+  if (options.verbose || options.report.has_value() || options.junit.has_value()) run.logLines = std::move(lines);
   run.failure = run.call.failure;
   if (run.failure.has_value() || !run.call.reply.has_value()) return;
   run.outcome = ReadOutcome(*run.call.reply);
@@ -72,7 +84,16 @@ void RunModule(const CallRequest& request, const Options& options, const Interru
   run.verdict = Judge(run.test, *run.outcome, run.call.refused, evidence, run.limits);
 }
 
+std::string LogNotes(const RunRecord& run) {
+  std::string notes;
+  for (const std::string& note : {run.logMoved, run.logMissing}) {
+    if (!note.empty()) notes += fmt::format("rmthost: {}\n", text::Printable(note));
+  }
+  return notes;
+}
+
 void Conclude(const RunRecord& run, CommandResult& result) {
+  result.notes += LogNotes(run);
   result.exitCode = run.Passed() ? ExitCode::kPass : ExitCode::kFail;
   if (run.failure.has_value()) {
     result.failure = run.failure;

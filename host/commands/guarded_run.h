@@ -21,7 +21,11 @@ void RunModule(const CallRequest& request, const Options& options, const Interru
 // A run as the options ask for it, with the limits that LimitsGiven gave, before anything is done for it.
 RunRecord NewRun(const Options& options, const Limits& limits);
 
-// Fills in the exit code and the failure that a run amounts to: that settings are not back matters more than most
+// What is to be said about the log of a run: that it isn't where it is shared, or that nothing came to it. Empty when all is
+// as usual.
+std::string LogNotes(const RunRecord& run);
+
+// Fills in the exit code, LogNotes and the failure that a run amounts to: that settings are not back matters more than most
 // outcomes.
 void Conclude(const RunRecord& run, CommandResult& result);
 

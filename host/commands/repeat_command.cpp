@@ -56,6 +56,7 @@ CommandResult RepeatRuns(const Options& options, const Style& style) {
   }
 
   Series series = SumUp(runs, options.test, options.runs);
+  result.notes += LogNotes(runs.back());
   result.exitCode = series.Passed() ? ExitCode::kPass : ExitCode::kFail;
   const Restoration& last = runs.back().call.restored;
   if (!result.failure.has_value() && interruption.Requested() && !series.Passed()) {

@@ -1,7 +1,7 @@
 #include <fmt/format.h>
 
 #include "host/base/json.h"
-#include "host/base/system.h"
+#include "host/base/log_directory.h"
 #include "host/call/module.h"
 #include "host/commands/commands.h"
 #include "text/utf.h"
@@ -23,7 +23,7 @@ CommandResult ShowVersion(const Options& options) {
       text::Printable(text::Utf8FromPath(LogFile())), text::Printable(options.platform));
   result.json = TextOf({{"version", ZQRMT_VERSION},
                         {"module", {{"path", text::Utf8FromPath(module)}, {"found", found}}},
-                        {"logDirectory", text::Utf8FromPath(LogDirectory())},
+                        {"logDirectory", text::Utf8FromPath(ChosenLog().directory)},
                         {"platform", options.platform}});
   return result;
 }

@@ -23,6 +23,8 @@ void AddCall(const RunRecord& run, Json& json) {
   json["seconds"] = run.call.seconds;
   json["restored"] = ResultJson(run.call.restored);
   json["log"] = run.log;
+  json["logMoved"] = run.logMoved.empty() ? Json() : Json(run.logMoved);
+  json["logMissing"] = run.logMissing.empty() ? Json() : Json(run.logMissing);
   if (run.logLines.has_value()) json["logLines"] = *run.logLines;
 }
 

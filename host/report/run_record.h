@@ -26,6 +26,8 @@ struct RunRecord {
   std::optional<Failure> failure;  // there when there is no outcome
   Verdict verdict{.passed = false, .word = "failed"};
   std::string log;                                       // the module's log file
+  std::string logMoved;                                  // why it isn't in the shared directory; empty when it is
+  std::string logMissing;                                // why nothing of the call came to it; empty when something did
   std::optional<std::vector<std::string>> logLines;      // what came to it meanwhile; with --verbose, and for files
   std::optional<std::string> plot, report, save, junit;  // the files that were written
 

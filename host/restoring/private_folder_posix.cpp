@@ -1,15 +1,13 @@
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
-#include <optional>
 
 #include <fmt/format.h>
 
 #include "host/base/failure.h"
+#include "host/base/xdg_folders.h"
 #include "host/restoring/private_folder.h"
 
 namespace host {
@@ -18,18 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kFolder = "rmthost";
-
-// An absolute path in the environment; other values are to be ignored, as the specification of these variables says.
-std::optional<fs::path> Named(const char* variable) {
-  const char* const value = std::getenv(variable);
-  return value != nullptr && *value == '/' ? std::optional<fs::path>(value) : std::nullopt;
-}
-
-fs::path Home() {
-  if (const std::optional<fs::path> home = Named("HOME")) return *home;
-  const passwd* const entry = getpwuid(geteuid());
-  return entry != nullptr ? entry->pw_dir : "/";
-}
 
 // Makes the folder, and those around it, for this user alone. False when it isn't this user's, as after "sudo -E".
 bool Make(const fs::path& folder) {
@@ -46,7 +32,7 @@ bool Make(const fs::path& folder) {
 }  // namespace
 
 fs::path StateFolder() {
-  const fs::path folder = Named("XDG_STATE_HOME").value_or(Home() / ".local" / "state") / kFolder;
+  const fs::path folder = StateHome() / kFolder;
   if (Make(folder)) return folder;
   throw Failure(ExitCode::kBroken,
                 fmt::format("There can't be a folder '{}': {}.", folder.string(), std::strerror(errno)),
@@ -54,7 +40,7 @@ fs::path StateFolder() {
 }
 
 fs::path SessionFolder() {
-  const std::optional<fs::path> session = Named("XDG_RUNTIME_DIR");
+  const std::optional<fs::path> session = RuntimeFolder();
   return session.has_value() && Make(*session / kFolder) ? *session / kFolder : StateFolder();
 }
 

@@ -71,6 +71,13 @@ def require(test, *programs):
 
 
 class HostTest(unittest.TestCase):
+    def open_terminal(self):
+        """Two descriptors: a new terminal, and the end that a program gets."""
+        try:
+            return os.openpty()
+        except OSError as reason:
+            self.skipTest(f"there is no pseudo-terminal ({reason}): mount -t devpts devpts /dev/pts")
+
     def setUp(self):
         directory = tempfile.TemporaryDirectory(prefix="rmthost-")
         self.addCleanup(directory.cleanup)

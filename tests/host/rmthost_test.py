@@ -334,7 +334,7 @@ class Output(HostTest):
 
     def on_terminal(self, stream, *arguments, **more):
         """Runs rmthost with `stream` being a terminal; returns the exit code and what is shown there."""
-        terminal, other_end = os.openpty()
+        terminal, other_end = self.open_terminal()
         streams = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, stream: other_end}
         code = subprocess.run([HOST, *arguments, "--module", MODULE], cwd=self.directory, timeout=60, **streams,
                               **more).returncode
@@ -356,6 +356,28 @@ class Output(HostTest):
         # Another test's lines in the shared log may move the bar too.
         self.assertRegex(drawn, r"\rrecording \[.{40}\] +[1-9][0-9]* %")
         self.assertRegex(drawn, r"\r +\r$", "the bar is wiped off")
+
+
+@unittest.skipIf(RUNNER, "on Windows the log has one place")
+class Log(HostTest):
+    def test_why_nothing_came_to_it_is_said(self):
+        link = lambda log: (os.chmod(log, 0o777), os.symlink("../machine.json", os.path.join(log, "ZQRMLOG.LOG")))
+        hide = lambda log: open(os.path.join(log, "critical.flg"), "w").close()
+        leave = lambda log: None
+        cases = [("plain", leave, PASS, None), ("made", os.rmdir, PASS, None), ("shared", link, PASS, "is a link"),
+                 ("hidden", hide, FAIL, "critical.flg"), ("höme", leave, PASS, "takes only the letters"),
+                 ("nothing/deeper", os.removedirs, BROKEN, "No such file")]
+        for name, prepare, exit_code, why in cases:
+            with self.subTest(name):
+                log = os.path.join(self.directory, name)
+                os.makedirs(log)
+                prepare(log)
+                code, output, _ = self.rmthost("--json", "play", ZQRMT_LOG_DIRECTORY=log)
+                result = self.parsed(output)["result"]
+                self.assertEqual((code, result["log"], result["logMoved"]), (exit_code, log + "/ZQRMLOG.LOG", None))
+                self.assertRegex(result["logMissing"] or "None", why or "^None$")
+                if why is not None:
+                    self.assertRegex(self.rmthost("play", ZQRMT_LOG_DIRECTORY=log)[2], f"rmthost: Nothing of this call.*{why}")
 
 
 if __name__ == "__main__":

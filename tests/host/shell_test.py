@@ -100,7 +100,7 @@ class Shells(HostTest):
         if shutil.which(shell) is None:
             self.skipTest(f"there is no {shell}")
         command, script = SHELLS[shell]
-        terminal, other_end = os.openpty()
+        terminal, other_end = self.open_terminal()
         self.addCleanup(os.close, terminal)
         environment = {"PATH": self.directory + ":" + os.environ["PATH"], "HOME": self.directory, "HOST": HOST,
                        "TERM": "xterm", "LC_ALL": "C.UTF-8", "PS1": "$ "}
