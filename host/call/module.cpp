@@ -47,7 +47,7 @@ std::filesystem::path DefaultModuleFile() {
   const std::filesystem::path program = ProgramFile().parent_path();
   const std::filesystem::path places[] = {
       (program / ".." / "lib" / ZQRMT_MODULE_FILE).lexically_normal(),
-      (program / ".." / ZQRMT_INSTALL_LIBDIR / ZQRMT_MODULE_FILE).lexically_normal(),
+      (program / ".." / ZQRMT_MODULE_FOLDER / ZQRMT_MODULE_FILE).lexically_normal(),
       program / ZQRMT_MODULE_FILE,
   };
   for (const std::filesystem::path& place : places) {

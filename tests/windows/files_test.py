@@ -23,7 +23,7 @@ class Files(unittest.TestCase):
                 self.assertNotIn(place.encode(), read(file))
 
     def test_the_document_shows_the_example_as_it_is_compiled(self):
-        self.assertIn(b"```c\n" + read(SOURCES, "docs", "examples", "host.c") + b"```\n", read(SOURCES, "docs", "windows.md"))
+        self.assertIn(b"```c\n" + read(SOURCES, "docs", "examples", "windows_host.c") + b"```\n", read(SOURCES, "docs", "windows.md"))
 
 
 if __name__ == "__main__":
