@@ -24,6 +24,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+constexpr const char* kSelf = "/proc/self/exe";
+
 class Descriptor {
  public:
   explicit Descriptor(int number) : number_(number) {}
@@ -53,7 +55,7 @@ Failure NoProcess(const char* operation) {
   signal(SIGTTOU, SIG_IGN);
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (getppid() != parent) _exit(127);
-  if (dup2(channel, STDIN_FILENO) >= 0 && dup2(channel, STDOUT_FILENO) >= 0) execv("/proc/self/exe", arguments);
+  if (dup2(channel, STDIN_FILENO) >= 0 && dup2(channel, STDOUT_FILENO) >= 0) execv(kSelf, arguments);
   _exit(127);
 }
 
@@ -144,6 +146,10 @@ ChildEnd::How Exchange(int channel, int process, std::string_view unsent, Clock:
 ChildEnd RunSelf(const std::string& command, const std::string& input, std::chrono::duration<double> timeout,
                  const Interruption& interruption) {
   const auto deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(timeout);
+  if (access(kSelf, F_OK) != 0) {
+    throw Failure(ExitCode::kBroken, fmt::format("There is no '{}', by which rmthost starts itself again.", kSelf),
+                  "Mount /proc: mount -t proc proc /proc");
+  }
   int ends[2];
   if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) throw NoProcess("socketpair");
   const Descriptor channel(ends[0]);
