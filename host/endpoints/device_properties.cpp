@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "host/endpoints/handed_out.h"
 #include "platform/com_memory.h"
 #include "text/utf.h"
 
@@ -33,8 +34,9 @@ class PropertyValue {
 
 HRESULT ReadDeviceId(IMMDevice& device, std::string& id) {
   LPWSTR text = nullptr;
-  const HRESULT status = device.GetId(&text);
+  const HRESULT given = device.GetId(&text);
   const CoTaskMemory<WCHAR> owned(text);
+  const HRESULT status = StatusWith(given, owned);
   if (SUCCEEDED(status)) id = text::ToUtf8(core_audio::TextFrom(text));
   return status;
 }

@@ -1,6 +1,7 @@
 #include "host/endpoints/endpoint_volume.h"
 
 #include "host/endpoints/device_properties.h"
+#include "host/endpoints/handed_out.h"
 
 namespace host {
 
@@ -13,17 +14,20 @@ std::optional<EndpointVolume> EndpointVolume::Of(Flow flow, const std::string& i
   ComPtr<IMMDeviceEnumerator> enumerator;
   ComPtr<IMMDeviceCollection> devices;
   UINT count = 0;
-  if (FAILED(CoCreateInstance(core_audio::ObserverEnumeratorClass(), nullptr, CLSCTX_ALL,
-                              core_audio::InterfaceId<IMMDeviceEnumerator>(), enumerator.ReceiveAny())) ||
-      FAILED(enumerator->EnumAudioEndpoints(flow == Flow::kRender ? eRender : eCapture, DEVICE_STATE_ACTIVE,
-                                            devices.Receive())) ||
+  if (FAILED(StatusWith(CoCreateInstance(core_audio::ObserverEnumeratorClass(), nullptr, CLSCTX_ALL,
+                                         core_audio::InterfaceId<IMMDeviceEnumerator>(), enumerator.ReceiveAny()),
+                        enumerator)) ||
+      FAILED(StatusWith(enumerator->EnumAudioEndpoints(flow == Flow::kRender ? eRender : eCapture, DEVICE_STATE_ACTIVE,
+                                                       devices.Receive()),
+                        devices)) ||
       FAILED(devices->GetCount(&count))) {
     return std::nullopt;
   }
   for (UINT index = 0; index < count; ++index) {
     ComPtr<IMMDevice> device;
     std::string found;
-    if (FAILED(devices->Item(index, device.Receive())) || FAILED(ReadDeviceId(*device.Get(), found))) continue;
+    if (FAILED(StatusWith(devices->Item(index, device.Receive()), device))) continue;
+    if (FAILED(ReadDeviceId(*device.Get(), found))) continue;
     if (found == id) return EndpointVolume(*device.Get());
   }
   return std::nullopt;

@@ -11,6 +11,7 @@
 #include "host/base/failure.h"
 #include "host/endpoints/device_properties.h"
 #include "host/endpoints/endpoint_volume.h"
+#include "host/endpoints/handed_out.h"
 #include "platform/com_ptr.h"
 #include "platform/core_audio.h"
 
@@ -61,7 +62,7 @@ void MarkDefaults(IMMDeviceEnumerator& enumerator, EDataFlow flow, std::vector<E
   for (const auto& [role, word] : kRoles) {
     ComPtr<IMMDevice> device;
     // A system without a default of some role is an ordinary one.
-    if (FAILED(enumerator.GetDefaultAudioEndpoint(flow, role, device.Receive()))) continue;
+    if (FAILED(StatusWith(enumerator.GetDefaultAudioEndpoint(flow, role, device.Receive()), device))) continue;
     std::string id;
     Require(ReadDeviceId(*device.Get(), id), "IMMDevice::GetId");
     const auto found = std::find_if(endpoints.begin(), endpoints.end(), [&](const Endpoint& e) { return e.id == id; });
@@ -72,14 +73,14 @@ void MarkDefaults(IMMDeviceEnumerator& enumerator, EDataFlow flow, std::vector<E
 std::vector<Endpoint> ReadFlow(IMMDeviceEnumerator& enumerator, Flow flow) {
   const EDataFlow dataFlow = flow == Flow::kRender ? eRender : eCapture;
   ComPtr<IMMDeviceCollection> devices;
-  Require(enumerator.EnumAudioEndpoints(dataFlow, kEveryState, devices.Receive()),
+  Require(StatusWith(enumerator.EnumAudioEndpoints(dataFlow, kEveryState, devices.Receive()), devices),
           "IMMDeviceEnumerator::EnumAudioEndpoints");
   UINT count = 0;
   Require(devices->GetCount(&count), "IMMDeviceCollection::GetCount");
   std::vector<Endpoint> endpoints;
   for (UINT index = 0; index < count; ++index) {
     ComPtr<IMMDevice> device;
-    Require(devices->Item(index, device.Receive()), "IMMDeviceCollection::Item");
+    Require(StatusWith(devices->Item(index, device.Receive()), device), "IMMDeviceCollection::Item");
     endpoints.push_back(ReadEndpoint(*device.Get(), flow));
   }
   MarkDefaults(enumerator, dataFlow, endpoints);
@@ -107,8 +108,9 @@ std::string LevelsText(const std::vector<float>& levels) {
 
 std::vector<Endpoint> ReadEndpoints() {
   ComPtr<IMMDeviceEnumerator> enumerator;
-  Require(CoCreateInstance(core_audio::ObserverEnumeratorClass(), nullptr, CLSCTX_ALL,
-                           core_audio::InterfaceId<IMMDeviceEnumerator>(), enumerator.ReceiveAny()),
+  Require(StatusWith(CoCreateInstance(core_audio::ObserverEnumeratorClass(), nullptr, CLSCTX_ALL,
+                                      core_audio::InterfaceId<IMMDeviceEnumerator>(), enumerator.ReceiveAny()),
+                     enumerator),
           "CoCreateInstance");
   std::vector<Endpoint> endpoints = ReadFlow(*enumerator.Get(), Flow::kRender);
   for (Endpoint& endpoint : ReadFlow(*enumerator.Get(), Flow::kCapture)) endpoints.push_back(std::move(endpoint));

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "host/endpoints/device_properties.h"
+#include "host/endpoints/handed_out.h"
 #include "platform/com_memory.h"
 #include "text/utf.h"
 
@@ -37,13 +38,14 @@ void AppendSamples(const BYTE* frames, UINT32 count, const platform::SampleForma
 
 Listener::Listener(const std::string& captureId) {
   ComPtr<IMMDeviceEnumerator> enumerator;
-  Require(CoCreateInstance(core_audio::ObserverEnumeratorClass(), nullptr, CLSCTX_ALL,
-                           core_audio::InterfaceId<IMMDeviceEnumerator>(), enumerator.ReceiveAny()),
+  Require(StatusWith(CoCreateInstance(core_audio::ObserverEnumeratorClass(), nullptr, CLSCTX_ALL,
+                                      core_audio::InterfaceId<IMMDeviceEnumerator>(), enumerator.ReceiveAny()),
+                     enumerator),
           "CoCreateInstance");
   const std::u16string text = text::ToUtf16(captureId);
   const std::basic_string<WCHAR> id(text.begin(), text.end());
   ComPtr<IMMDevice> device;
-  Require(enumerator->GetDevice(id.c_str(), device.Receive()), "IMMDeviceEnumerator::GetDevice");
+  Require(StatusWith(enumerator->GetDevice(id.c_str(), device.Receive()), device), "IMMDeviceEnumerator::GetDevice");
   Open(*device.Get());
 }
 
@@ -55,8 +57,10 @@ void Listener::Open(IMMDevice& device) {
   for (const REFERENCE_TIME duration : {10 * kSecond, 4 * kSecond, 2 * kSecond}) {
     // A client whose initialisation failed is of no further use.
     client_.Reset();
-    Require(device.Activate(core_audio::InterfaceId<IAudioClient>(), CLSCTX_ALL, nullptr, client_.ReceiveAny()),
-            "IMMDevice::Activate");
+    Require(
+        StatusWith(device.Activate(core_audio::InterfaceId<IAudioClient>(), CLSCTX_ALL, nullptr, client_.ReceiveAny()),
+                   client_),
+        "IMMDevice::Activate");
     WAVEFORMATEX* match = nullptr;
     WAVEFORMATEXTENSIBLE wanted = format->ToWaveFormat();
     status = client_->IsFormatSupported(AUDCLNT_SHAREMODE_SHARED, &wanted.Format, &match);
@@ -73,8 +77,9 @@ void Listener::Open(IMMDevice& device) {
   Require(status, "IAudioClient::Initialize");
   format_ = *format;
   Require(client_->GetBufferSize(&bufferFrames_), "IAudioClient::GetBufferSize");
-  Require(client_->GetService(core_audio::InterfaceId<IAudioCaptureClient>(), service_.ReceiveAny()),
-          "IAudioClient::GetService");
+  Require(
+      StatusWith(client_->GetService(core_audio::InterfaceId<IAudioCaptureClient>(), service_.ReceiveAny()), service_),
+      "IAudioClient::GetService");
   Require(client_->Start(), "IAudioClient::Start");
 }
 
@@ -91,7 +96,8 @@ CapturedSound Listener::Drain(Kept kept) {
     if (packet == 0 || recording.Frames() > bufferFrames_) return sound;
     BYTE* data = nullptr;
     DWORD flags = 0;
-    Require(service_->GetBuffer(&data, &packet, &flags, nullptr, nullptr), "IAudioCaptureClient::GetBuffer");
+    const HRESULT status = service_->GetBuffer(&data, &packet, &flags, nullptr, nullptr);
+    Require(packet == 0 ? status : StatusWith(status, data), "IAudioCaptureClient::GetBuffer");
     // A stream's first packet has nothing before it to be lost.
     if ((flags & AUDCLNT_BUFFERFLAGS_DATA_DISCONTINUITY) != 0 && recording.Frames() > 0) {
       recording.discontinuities.push_back(recording.Frames());

@@ -5,8 +5,8 @@ import signal
 import time
 import unittest
 
-from host_test import (BROKEN, CONTRACT, FAIL, INTERRUPTED, MACHINE, MISBEHAVING, NOT_RESTORED, PASS, RUNNER, TIMED_OUT,
-                       HostTest, enough)
+from host_test import (BROKEN, CONTRACT, FAIL, INTERRUPTED, MACHINE, MISBEHAVING, NO_ENDPOINT, NOT_RESTORED, PASS, RUNNER,
+                       TIMED_OUT, HostTest, enough)
 
 VALID = (CONTRACT % (0, "", "X")).encode()
 START_FAILS = {"operation": "IAudioClient::Start", "status": -2004287484}
@@ -93,6 +93,22 @@ class Interruption(HostTest):
             self.assertEqual(running.wait(60), INTERRUPTED)
         self.assertGreater(result["passes"], 0)
         self.assertIn(len(result["runs"]) - result["passes"], [0, 1])
+
+
+class EmptyHanded(HostTest):
+    def test_what_an_operation_does_not_hand_out_is_not_used(self):
+        operations = ["CoCreateInstance", "IMMDeviceEnumerator::EnumAudioEndpoints", "IMMDeviceEnumerator::GetDevice",
+                      "IMMDeviceEnumerator::GetDefaultAudioEndpoint", "IMMDeviceCollection::Item", "IMMDevice::Activate",
+                      "IMMDevice::GetId", "IMMDevice::OpenPropertyStore", "IPropertyStore::GetValue",
+                      "IAudioClient::IsFormatSupported", "IAudioClient::GetService", "IAudioCaptureClient::GetBuffer"]
+        for operation in enough(operations):
+            fault = {"operation": operation, "status": 0, "sticky": True, "observer": True}
+            self.write("faulty.json", json.dumps({**MACHINE, "faults": [fault]}).encode())
+            for arguments in (["list"], ["record", "--render", "speaker"]):
+                with self.subTest(operation, arguments=arguments):
+                    code, output, _ = self.rmthost("--json", *arguments, machine="virtual:faulty.json")
+                    self.assertIn(code, (PASS, NO_ENDPOINT, BROKEN))
+                    self.assertNotIn("crashed", self.parsed(output).get("error", {}).get("message", ""))
 
 
 class Restoration(HostTest):
