@@ -121,10 +121,7 @@ CommandResult PlayOrRecord(const Options& options, const Style& style) {
     result.notes += LogText(run) + restored + FilesText(run);
   }
   result.json = RunJson(run.platform, run, options.plotData);
-  if (notWritten.has_value()) {
-    if (!result.failure.has_value()) result.failure = notWritten;
-    if (result.exitCode == ExitCode::kPass) result.exitCode = notWritten->exitCode;
-  }
+  if (!result.failure.has_value()) result.failure = notWritten;
   return result;
 }
 
