@@ -8,7 +8,7 @@ import signal
 import time
 import unittest
 
-from host_test import FAIL, INTERRUPTED, NO_ENDPOINT, NOT_RESTORED, PASS
+from host_test import FAIL, INTERRUPTED, NO_ENDPOINT, NOT_RESTORED, PASS, TIMED_OUT
 from sound_server_test import RECORD, OnServer, pactl
 
 GUARDIAN_SECONDS = 2.0
@@ -62,6 +62,21 @@ class Settings(OnServer):
         while self.records() and time.monotonic() < end:
             time.sleep(0.02)
         self.assertEqual(self.records(), [])
+
+    def test_a_server_that_answers_slowly_is_waited_for(self):
+        server = int(os.environ["ZQRMT_SOUND_SERVER_PID"])
+        with self.test_in_progress("--timeout", "0.8") as running:
+            os.kill(server, signal.SIGSTOP)
+            try:
+                for _ in range(500):
+                    if not children(running.pid, "module-process"):
+                        break
+                    time.sleep(0.02)
+                time.sleep(1.3)  # from when settings are to be put back
+            finally:
+                os.kill(server, signal.SIGCONT)
+            self.assertEqual(json.loads(running.stdout.read())["result"]["restored"]["state"], "yes")
+            self.assertEqual((running.wait(60), self.settings()), (TIMED_OUT, self.before))
 
     def test_what_nobody_could_put_back_the_next_run_does(self):
         for then, shown in [(["restore"], "runs"), (["list"], "leftRuns"), (RECORD, "leftRuns"), (["restore"], None)]:

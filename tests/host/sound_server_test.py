@@ -76,7 +76,9 @@ class Server(OnServer):
         with SoundServer(os.environ["ZQRMT_SOUND_SERVER"]) as server:
             environment = {key: server.environment[key] for key in ["PULSE_SERVER", "XDG_RUNTIME_DIR", "HOME"]}
             with self.start("--json", *RECORD, machine="pulse", **environment) as running:
-                while not self.streams(environment):
+                for _ in range(500):
+                    if self.streams(environment):
+                        break
                     time.sleep(0.02)
                 os.kill(server.pid, signal.SIGKILL)
                 document = json.loads(running.stdout.read())

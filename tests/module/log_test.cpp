@@ -67,6 +67,17 @@ TEST(LogTest, LinesBeforeTheDirectoryIsThereAreLost) {
   EXPECT_EQ(module.LogLines(), Lines({Line(ZQRMT_RETURN_PLAYBACK_PASSED, "normal: Audio Playback Test passed.")}));
 }
 
+TEST(LogTest, ItStaysWhereItIsWhateverTheRedirectFileSays) {
+  ModuleUnderTest module([](const auto& log) {
+    std::filesystem::create_directories(log / "elsewhere");
+    std::ofstream(log / "zqlgrphf.lef") << (log / "elsewhere").string();
+  });
+  module.StartMachine(QuietMachine());
+  module.Play(kPlayContract);
+  EXPECT_EQ(module.LogLines().size(), 4U);
+  EXPECT_TRUE(std::filesystem::is_empty(module.LogDirectory() / "elsewhere"));
+}
+
 TEST(LogTest, TheMostTalkativeFlagDecidesFromTheNextLineOn) {
   const std::pair<const char*, std::size_t> kFlags[] = {{"error", 0}, {"warning", 1}, {"normal", 2}};
   ModuleUnderTest module;

@@ -11,6 +11,7 @@
 
 #include "tests/platform/audio_helpers.h"
 #include "tests/support/module_under_test.h"
+#include "tests/support/process.h"
 
 // The module on the private sound server of support/sound_server.py. Each test has a server of its own, because most of
 // them change or kill it.
@@ -95,6 +96,16 @@ TEST_F(SoundServer, LeavesNothingBehind) {
     EXPECT_TRUE(Contains(contract == kPlay ? module_.Play(contract) : module_.Record(contract), "passed"));
     EXPECT_EQ(Held(), afterFirst);
   }
+  {
+    // A request that is kept, of the hundreds here, would hold a hundred bytes and more.
+    const auto volume = Activated<IAudioEndpointVolume>(eRender);
+    BOOL muted = FALSE;
+    EXPECT_EQ(volume->GetMute(&muted), S_OK);
+    const std::size_t bytes = BytesInUse();
+    for (int request = 0; request < 500; ++request) EXPECT_EQ(volume->GetMute(&muted), S_OK);
+    EXPECT_LT(BytesInUse(), bytes + 5000);
+  }
+  EXPECT_EQ(std::system("test -z \"$(pactl list short sink-inputs)\""), 0) << "a stream is left on the server";
   AudioPlatformUninitialize();
   const auto without = Held();
   EXPECT_EQ(without[0], 1);
