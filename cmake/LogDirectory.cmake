@@ -18,3 +18,6 @@ if(NOT ZQRMT_LOG_DIRECTORY MATCHES "${allowed_log_directory}")
     "other name it would write to ZQRMLOG.LOG in the current directory instead. "
     "Name another directory with -DZQRMT_LOG_DIRECTORY=..., or move the source tree.")
 endif()
+
+# For the environment of tests: they log into their build folder, wherever that is, whatever was chosen here.
+set(log_of_tests "ZQRMT_LOG_DIRECTORY=${PROJECT_BINARY_DIR}/log")

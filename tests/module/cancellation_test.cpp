@@ -27,7 +27,9 @@ TEST(Cancellation, EndsTheThreadAndTheNextCallIsLikeAnyOther) {
   pthread_t thread;
   ASSERT_EQ(pthread_create(&thread, nullptr, PlayOn, &module), 0);
   // The first line of the call comes before the tone.
-  while (module.LogLines().size() == before) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  for (int poll = 0; poll < 20000 && module.LogLines().size() == before; ++poll) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
   ASSERT_EQ(pthread_cancel(thread), 0);
   void* result = nullptr;
   ASSERT_EQ(pthread_join(thread, &result), 0);

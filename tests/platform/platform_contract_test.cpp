@@ -126,7 +126,11 @@ TEST_P(PlatformContract, HearsWhatItPlaysOnEveryStreamUnlessMuted) {
     CaptureSide one(kStereo), other(kStereo);
     render.Queue(sound);
     ASSERT_EQ(one.client->Start() | other.client->Start() | render.client->Start(), S_OK);
-    for (UINT32 padding = 1; padding != 0; Sleep(10)) ASSERT_EQ(render.client->GetCurrentPadding(&padding), S_OK);
+    UINT32 padding = 1;
+    for (int poll = 0; poll < 500 && padding != 0; ++poll, Sleep(10)) {
+      ASSERT_EQ(render.client->GetCurrentPadding(&padding), S_OK);
+    }
+    ASSERT_EQ(padding, 0U);
     for (CaptureSide* capture : {&one, &other}) {
       ASSERT_EQ(capture->client->Stop(), S_OK);
       double peak = 0.0;

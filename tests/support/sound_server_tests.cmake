@@ -15,6 +15,6 @@ function(add_sound_server_tests name program filter)
               $<TARGET_FILE:${program}> --gtest_filter=${filter})
     # A filter that matches nothing would pass.
     set_tests_properties(${name}.${kind} PROPERTIES
-      TIMEOUT 120 SKIP_RETURN_CODE 77 FAIL_REGULAR_EXPRESSION "PASSED  . 0 tests")
+      TIMEOUT 120 SKIP_RETURN_CODE 77 ENVIRONMENT ${log_of_tests} FAIL_REGULAR_EXPRESSION "PASSED  . 0 tests")
   endforeach()
 endfunction()
