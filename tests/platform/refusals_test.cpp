@@ -6,6 +6,10 @@ namespace {
 
 using Refusals = VirtualMachine;
 
+// The first numbers behind those that mean something.
+constexpr auto kNoFlow = static_cast<EDataFlow>(3);
+constexpr auto kNoRole = static_cast<ERole>(3);
+
 const WAVEFORMATEXTENSIBLE kMono = Format(WAVE_FORMAT_PCM, 1, 48000, 16);
 
 TEST_F(Refusals, OfNoPlaceForTheResultAndOfWhatIsNotThere) {
@@ -13,7 +17,7 @@ TEST_F(Refusals, OfNoPlaceForTheResultAndOfWhatIsNotThere) {
   const auto enumerator = Enumerator();
   ComPtr<IMMDeviceCollection> devices;
   EXPECT_EQ(enumerator->EnumAudioEndpoints(eRender, DEVICE_STATE_ACTIVE, nullptr), E_POINTER);
-  EXPECT_EQ(enumerator->EnumAudioEndpoints(EDataFlow{3}, DEVICE_STATE_ACTIVE, devices.Receive()), E_INVALIDARG);
+  EXPECT_EQ(enumerator->EnumAudioEndpoints(kNoFlow, DEVICE_STATE_ACTIVE, devices.Receive()), E_INVALIDARG);
   EXPECT_EQ(enumerator->EnumAudioEndpoints(eRender, DEVICE_STATEMASK_ALL + 1, devices.Receive()), E_INVALIDARG);
   EXPECT_FALSE(devices);
   ASSERT_EQ(enumerator->EnumAudioEndpoints(eAll, DEVICE_STATEMASK_ALL, devices.Receive()), S_OK);
@@ -28,7 +32,7 @@ TEST_F(Refusals, OfNoPlaceForTheResultAndOfWhatIsNotThere) {
   EXPECT_EQ(devices->Item(count, &device), E_INVALIDARG);
   EXPECT_EQ(device, nullptr);
   EXPECT_EQ(enumerator->GetDefaultAudioEndpoint(eRender, eConsole, nullptr), E_POINTER);
-  for (const auto& [flow, role] : {std::pair{eAll, eConsole}, {EDataFlow{-1}, eConsole}, {eRender, ERole{3}}}) {
+  for (const auto& [flow, role] : {std::pair{eAll, eConsole}, {kNoFlow, eConsole}, {eRender, kNoRole}}) {
     EXPECT_EQ(enumerator->GetDefaultAudioEndpoint(flow, role, &(device = speaker.Get())), E_INVALIDARG);
     EXPECT_EQ(device, nullptr);
   }
