@@ -15,8 +15,9 @@ import types
 BOUND = ["setpriv", "--pdeathsig", "KILL"]
 # What a test may do: send signals to its own processes alone, whatever number a mutant takes for theirs, write to a folder for
 # temporary files that ends with it, and fill neither memory nor disk. What it leaves running ends with it too.
-CONFINED = [*BOUND, "prlimit", "--data=4294967296", "--fsize=1073741824", "unshare", "--pid", "--fork", "--kill-child",
-            "--mount-proc", *([] if os.geteuid() == 0 else ["--user", "--map-current-user", "--keep-caps"]), "sh", "-c",
+CONFINED = ["env", "--default-signal", *BOUND, "prlimit", "--data=4294967296", "--fsize=1073741824",
+            "unshare", "--pid", "--fork", "--kill-child", "--mount-proc",
+            *([] if os.geteuid() == 0 else ["--user", "--map-current-user", "--keep-caps"]), "sh", "-c",
             'mount -t tmpfs -o size=2G tmpfs /var/tmp && "$@"; exit $?', "sh"]
 
 
@@ -46,8 +47,9 @@ class Workshop:
         output_of("git", "add", "--all", **of_root)
         tree = output_of("git", "write-tree", **of_root)
         output_of("git", f"--work-tree={self.source}", "read-tree", "--reset", "-u", tree, **of_copy)
-        files = [line for line in output_of("git", "ls-tree", "-r", tree, cwd=root).splitlines() if not line.endswith(".md")]
-        self.tree = hashlib.sha256("".join(line for line in files if "\ttools/mutat" not in line).encode()).hexdigest()
+        files = output_of("git", "ls-tree", "-r", tree, cwd=root).splitlines()
+        checked = [line for line in files if not re.search(r"\.md$|\ttools/(mutat|coverage)", line)]
+        self.tree = hashlib.sha256("".join(checked).encode()).hexdigest()
         # A little optimised: that builds soon, and shows what is the same code. The build runs no test, unconfined as it is.
         output_of("cmake", "-S", self.source, "-B", self.folder, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
                   "-DCMAKE_CXX_FLAGS_RELEASE=-O1 -DNDEBUG -w", f"-DZQRMT_LOG_DIRECTORY={self.folder}/log",
@@ -86,7 +88,10 @@ class Workshop:
         return {file: one for file, one in hashes.items() if self.unchanged.get(file) != one}
 
     def failures(self, tests):
-        """Runs tests, fastest first, until one fails twice, and gives its name and how it ended. What fails once met something else."""
+        """Runs tests, fastest first, until one fails twice, and gives its name and how it ended. What fails once met something else.
+
+        A test that is run for the first time only gets its seconds, None if it fails.
+        """
         failures = []
 
         def run(test):
@@ -100,9 +105,15 @@ class Workshop:
                 if code in (0, test.SKIP_RETURN_CODE):
                     self.seconds.setdefault(test.name, round(time.monotonic() - begin, 2))
                     return
-            failures.append((test.name, "hung" if code is None else "failed"))
+            if test.name in self.seconds:
+                failures.append((test.name, "hung" if code is None else "failed"))
+            else:
+                self.seconds[test.name] = None
 
         for width, alone in ((self.jobs, False), (1, True)):
+            # A test that has to run alone is failed by what else keeps the processors busy.
+            if alone and os.getloadavg()[0] > 1.5 * os.cpu_count():
+                break
             with concurrent.futures.ThreadPoolExecutor(width) as pool:
                 chosen = [test for test in tests if test.RUN_SERIAL == alone and test.files]
                 list(pool.map(run, sorted(chosen, key=lambda test: self.seconds.get(test.name, 0))))
