@@ -1,4 +1,4 @@
-# Header-only libraries are found by their headers. What each is for stands in the README.
+# Libraries that are all headers are found by them. What each is for stands in the README.
 #
 # A cross build sees those of ZQRMT_HOST_INCLUDE_FOLDER, which the toolchain file names, through a folder that holds only
 # them: with the whole of the building system's include folder it would see the wrong C library too.
@@ -23,5 +23,6 @@ add_header_library(nlohmann nlohmann/json.hpp)
 add_header_library(cli11 CLI/CLI.hpp)
 add_header_library(utfcpp utf8.h)
 add_header_library(kissfft kissfft/kissfft.hh)
-add_header_library(fmt fmt/core.h)
-target_compile_definitions(fmt INTERFACE FMT_HEADER_ONLY)
+add_header_library(fmt_headers fmt/core.h)
+add_library(fmt STATIC ${CMAKE_CURRENT_LIST_DIR}/fmt.cpp)
+target_link_libraries(fmt PUBLIC fmt_headers)

@@ -4,11 +4,13 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 
 #include "host/base/member.h"
 
-// How the host's records become JSON and come back. Only sources that read or write JSON include this.
+// How the host's records become JSON and come back. Only sources that read or write JSON include this, and the library's parser
+// and writer are compiled in json.cpp alone: they are large.
 namespace host {
 
 // Keeps the order of members.
@@ -39,24 +41,24 @@ requires requires(Enum value) {
 }
 void to_json(Json& json, Enum value) { json = Word(value); }
 
+// Throws Json::exception for a text that isn't JSON.
+Json ParseJson(std::string_view text);
+
 // What TextOf wrote of a record; nothing for any other text.
 template <class Record>
 std::optional<Record> ReadJson(const std::string& text) {
   try {
-    return Json::parse(text).get<Record>();
+    return ParseJson(text).get<Record>();
   } catch (const Json::exception&) {
     return std::nullopt;
   }
 }
 
 // On one line. Bytes that aren't UTF-8 come out as U+FFFD, numbers that JSON can't hold as null.
-inline std::string TextOf(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
+std::string TextOf(const Json& json);
 
 // Puts a member at the end of an object that has members. Both it and the new value are JSON texts.
-inline void AppendMember(std::string& object, const char* key, const std::string& value) {
-  object.pop_back();
-  object.append(",\"").append(key).append("\":").append(value).append("}");
-}
+void AppendMember(std::string& object, const char* key, const std::string& value);
 
 }  // namespace host
 

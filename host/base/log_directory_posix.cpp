@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <cstdlib>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "host/base/log_directory.h"
 #include "host/base/xdg_folders.h"

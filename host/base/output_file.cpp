@@ -1,6 +1,6 @@
 #include "host/base/output_file.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <random>
 #include <utility>

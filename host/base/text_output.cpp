@@ -1,6 +1,6 @@
 #include "host/base/text_output.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cmath>

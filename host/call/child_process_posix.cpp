@@ -14,7 +14,7 @@
 #include <string_view>
 #include <utility>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "host/base/failure.h"
 #include "host/call/child_process.h"

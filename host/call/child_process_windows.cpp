@@ -9,7 +9,7 @@
 #include <system_error>
 #include <thread>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "host/base/failure.h"
 #include "host/base/start_self_windows.h"

@@ -1,6 +1,6 @@
 #include "host/call/guarded_call.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <thread>
 

@@ -1,6 +1,6 @@
 #include "host/call/log_fault.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "host/base/log_directory.h"
 #include "text/utf.h"

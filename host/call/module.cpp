@@ -1,6 +1,6 @@
 #include "host/call/module.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cstdlib>
 #include <memory>

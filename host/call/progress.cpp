@@ -1,6 +1,6 @@
 #include "host/call/progress.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cstdio>

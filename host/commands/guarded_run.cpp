@@ -1,6 +1,6 @@
 #include "host/commands/guarded_run.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <chrono>

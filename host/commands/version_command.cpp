@@ -1,4 +1,4 @@
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "host/base/json.h"
 #include "host/base/log_directory.h"

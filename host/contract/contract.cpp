@@ -1,6 +1,6 @@
 #include "host/contract/contract.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "audiotests/zqrmt_return_codes.h"
 #include "host/contract/parsed_contract.h"

@@ -1,6 +1,6 @@
 #include "host/endpoints/endpoint_choice.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <iterator>

@@ -1,6 +1,6 @@
 #include "host/endpoints/platform.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cstdlib>
 #include <memory>

@@ -1,4 +1,4 @@
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <objbase.h>
 
 #include "host/base/failure.h"

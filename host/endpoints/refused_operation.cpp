@@ -1,6 +1,6 @@
 #include "host/endpoints/refused_operation.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <iterator>
@@ -41,7 +41,7 @@ constexpr Explanation kExplanations[] = {
 
 std::optional<RefusedOperation> RefusedOperationIn(const std::string& stateText) {
   try {
-    return Json::parse(stateText).at("lastRefusal").get<RefusedOperation>();
+    return ParseJson(stateText).at("lastRefusal").get<RefusedOperation>();
   } catch (const Json::exception&) {
     return std::nullopt;
   }

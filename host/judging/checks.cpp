@@ -1,6 +1,6 @@
 #include "host/judging/checks.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "host/judging/limits.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <set>
 #include <variant>

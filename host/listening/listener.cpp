@@ -1,6 +1,6 @@
 #include "host/listening/listener.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cstdint>
 #include <optional>

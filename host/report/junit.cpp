@@ -1,7 +1,7 @@
 #include "host/report/junit.h"
 
 #include <fmt/chrono.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <utility>

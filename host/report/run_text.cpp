@@ -1,6 +1,6 @@
 #include "host/report/run_text.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "host/report/check_rows.h"
 #include "text/utf.h"

@@ -1,7 +1,7 @@
 #include "host/report/run_words.h"
 
 #include <fmt/chrono.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "host/analysis/tone.h"
 #include "host/endpoints/platform.h"

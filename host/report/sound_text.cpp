@@ -1,6 +1,6 @@
 #include "host/report/sound_text.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "host/report/terminal_plot.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <array>

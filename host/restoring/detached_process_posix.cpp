@@ -10,7 +10,7 @@
 #include <cstring>
 #include <thread>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "host/base/failure.h"
 #include "host/restoring/detached_process.h"

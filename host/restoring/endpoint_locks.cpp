@@ -1,7 +1,7 @@
 #include "host/restoring/endpoint_locks.h"
 
 #include <fmt/chrono.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cstdint>

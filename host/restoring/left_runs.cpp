@@ -1,6 +1,6 @@
 #include "host/restoring/left_runs.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 

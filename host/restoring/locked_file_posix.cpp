@@ -7,7 +7,7 @@
 #include <cstring>
 #include <utility>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "host/base/failure.h"
 #include "host/restoring/locked_file.h"

@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <system_error>
 #include <utility>

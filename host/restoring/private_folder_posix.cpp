@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "host/base/failure.h"
 #include "host/base/xdg_folders.h"

@@ -1,6 +1,6 @@
 #include "host/restoring/put_back_in_time.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <chrono>
 #include <future>

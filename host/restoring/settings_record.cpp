@@ -1,7 +1,7 @@
 #include "host/restoring/settings_record.h"
 
 #include <fmt/chrono.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <ctime>

@@ -1,6 +1,6 @@
 #include "host/shell/command_line_error.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <CLI/CLI.hpp>
 

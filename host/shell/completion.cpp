@@ -1,6 +1,6 @@
 #include "host/shell/completion.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <CLI/CLI.hpp>
 

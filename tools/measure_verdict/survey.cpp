@@ -207,7 +207,7 @@ Survey RunSurvey(const SurveyRequest& request, std::ostream* trials) {
   for (std::size_t i = 0; i < plan.size() && !failed; ++i) {
     failed = !std::getline(reports[i % shares], line);
     if (failed) break;
-    Count(plan[i], host::Json::parse(line), survey);
+    Count(plan[i], host::ParseJson(line), survey);
     if (trials != nullptr) *trials << line << '\n';
   }
   std::filesystem::remove_all(directory);

@@ -1,6 +1,6 @@
 #include "tools/measure_verdict/tables.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <iterator>
 #include <optional>
