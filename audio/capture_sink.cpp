@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <type_traits>
 
 #include "audio/outcome_codes.h"
 
@@ -29,6 +30,16 @@ std::uint32_t LittleEndian(const std::uint8_t* bytes) {
 // Stores what `convert` makes of each sample. The number of bytes is a constant, so that the compiler knows it too.
 template <std::size_t sampleBytes, class Value, class Convert>
 void DecodeInto(std::span<Value> samples, const std::uint8_t* bytes, const Convert& convert) {
+  if constexpr (sampleBytes == 3) {
+    // Read as four bytes, four samples are converted at once. Behind the last one there is no fourth byte.
+    for (std::array<std::uint32_t, 4> values; samples.size() > values.size(); samples = samples.subspan(values.size())) {
+      for (std::uint32_t& value : values) {
+        value = LittleEndian<4>(bytes) & 0xFFFFFF;
+        bytes += sampleBytes;
+      }
+      std::ranges::transform(values, samples.begin(), convert);
+    }
+  }
   for (Value& sample : samples) {
     sample = convert(LittleEndian<sampleBytes>(bytes));
     bytes += sampleBytes;
@@ -59,7 +70,13 @@ std::vector<Value> CaptureSinkClass::Decode(Value unit) const {
     // A sample is negative if any bit from the sign upwards is set, not the sign alone. There is no branch on it, as no
     // processor can foresee the sign of noise.
     const std::uint32_t isNegative = static_cast<std::int32_t>(value) >> signShift != 0;
-    return static_cast<std::int32_t>(value | (extension & (0 - isNegative))) * unit;
+    const auto whole = static_cast<std::int32_t>(value | (extension & (0 - isNegative)));
+    // There is no fast product of several integers at once.
+    if constexpr (std::is_integral_v<Value>) {
+      return whole;
+    } else {
+      return whole * unit;
+    }
   };
 
   const std::span<const std::uint8_t> stored = buffer_.Written();
