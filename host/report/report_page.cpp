@@ -109,6 +109,9 @@ std::string Settings(const Restoration& restored) {
 
 std::string Attachments(const RunRecord& run) {
   std::string html, lines;
+  for (const std::string& note : {run.logMoved, run.logMissing}) {
+    if (!note.empty()) html += fmt::format("<p>{}</p>\n", Escaped(note));
+  }
   if (run.logLines.has_value()) {
     for (const std::string& line : *run.logLines) lines += Escaped(line) + "\n";
     html += fmt::format(
