@@ -66,6 +66,15 @@ class Interruption(HostTest):
                     if arguments == ["play"]:
                         self.assertIn("ended with", document["result"]["restored"]["notNeeded"])
 
+    def test_a_request_that_was_ignored_before_stays_so(self):
+        self.addCleanup(signal.signal, signal.SIGHUP, signal.signal(signal.SIGHUP, signal.SIG_IGN))
+        with self.start("play", module=MISBEHAVING, MISBEHAVIOUR="hang") as running:
+            self.next_child(running)
+            with open(f"/proc/{running.pid}/status") as status:
+                ignored = int(status.read().split("SigIgn:")[1].split()[0], 16)
+            running.terminate()
+        self.assertTrue(ignored & 1 << signal.SIGHUP - 1)
+
     def test_a_request_ends_the_wait_for_standard_input(self):
         for arguments in [["check", "-"], ["record", "--limits", "-"], ["repeat", "record", "--limits", "-"]]:
             with self.subTest(arguments), self.start(*arguments) as running:

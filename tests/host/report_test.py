@@ -211,6 +211,8 @@ class Page(FileTest):
         self.assert_has(dom, '<h1 class="fail">FAIL: distortion</h1>', name.replace("&", "&amp;"), "of 8: 1 is full scale",
                         '<p class="">interruptions: The tone is interrupted: ',
                         '<p class="">noise: The tone stands only ')
+        # Each is marked where it is, and explained beside.
+        self.assertGreater(min(dom.count(f'class="{mark}"') for mark in ("clipped", "tone")), 2)
 
     def test_of_names_that_are_markup_shows_them(self):
         name = "</title></svg><script>alert(1)</script><img src=x onerror=alert(2)>\"'&amp;]]>"

@@ -377,7 +377,10 @@ class Log(HostTest):
                 self.assertEqual((code, result["log"], result["logMoved"]), (exit_code, log + "/ZQRMLOG.LOG", None))
                 self.assertRegex(result["logMissing"] or "None", why or "^None$")
                 if why is not None:
-                    self.assertRegex(self.rmthost("play", ZQRMT_LOG_DIRECTORY=log)[2], f"rmthost: Nothing of this call.*{why}")
+                    told = self.rmthost("play", "--report", "a.html", ZQRMT_LOG_DIRECTORY=log)[2]
+                    self.assertRegex(told, f"rmthost: Nothing of this call.*{why}")
+                    with open(os.path.join(self.directory, "a.html"), encoding="utf-8") as page:
+                        self.assertRegex(page.read(), f"<p>Nothing of this call.*{why}")
 
 
 if __name__ == "__main__":

@@ -58,7 +58,7 @@ class Verdicts(HostTest):
             (0.5, {"kind": "hum", "hz": 50, "level": 0.2}, "noise", "mains hum of 50 Hz"),
             (0.5, {"kind": "tone", "hz": 1500, "level": 0.2}, "noise", "another tone of 1500 Hz"),
             (0.5, {"kind": "noise", "ratioDb": 0}, "noise", r"most of it noise \(-\d+ dBFS\)"),
-            (0.5, {"kind": "dead", "channel": 1}, "dead channel", "Channel 2 is dead.*broken wire"),
+            (0.5, {"kind": "dead", "channel": 1}, "dead channel", "2 is dead: the tone is heard on channel 1, but.*broken wire"),
             (0.5, {"kind": "inverted", "channel": 0}, "inverted channel", "is inverted against channel.*wires"),
             (0, {"kind": "tone", "hz": 1200, "level": 0.4}, "no tone", "another tone of 1200 Hz"),
             (0, {"kind": "noise", "ratioDb": 10}, "no tone", "but noise"),
