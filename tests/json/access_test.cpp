@@ -47,12 +47,12 @@ TEST_F(AccessTest, ErrorTextsEndWithTheCodesOfTheParser) {
 
 TEST_F(AccessTest, TextThatIsNotJsonLeavesTheRoot) {
   for (const char16_t* text :
-       {u"", u" ", u"{} {}", u"[1,]", u"{\"a\":1e999}", u"{\"a\":-1e309}", u"// c\n{}", u"NaN"}) {
+       {u"", u" ", u"{} {}", u"[1,]", u"{\"a\":1e999}", u"{\"a\":-1e309}", u"// c\n{}", u"NaN", u"[\"\\uDC00\"]"}) {
     document.SetArray();
     EXPECT_FALSE(json::ParseText(text, document));
     EXPECT_TRUE(document.IsArray());
   }
-  EXPECT_TRUE(json::ParseText(u"\t{\"a\":1e308}\r\n ", document));
+  EXPECT_TRUE(json::ParseText(u"\t{\"a\":1e308, \"b\":\"\\uD800\\uDC00\"}\r\n ", document));
 }
 
 TEST_F(AccessTest, ExponentsBeyondAllBoundsGiveZero) {

@@ -110,7 +110,8 @@ class Workshop:
             else:
                 self.seconds[test.name] = None
 
-        for width, alone in ((self.jobs, False), (1, True)):
+        # Tests wait for sound and for other programs more than they compute.
+        for width, alone in ((2 * self.jobs, False), (1, True)):
             # A test that has to run alone is failed by what else keeps the processors busy.
             if alone and os.getloadavg()[0] > 1.5 * os.cpu_count():
                 break
