@@ -113,7 +113,7 @@ class Workshop:
         # Tests wait for sound and for other programs more than they compute.
         for width, alone in ((2 * self.jobs, False), (1, True)):
             # A test that has to run alone is failed by what else keeps the processors busy.
-            if alone and os.getloadavg()[0] > 1.5 * os.cpu_count():
+            if alone and os.getloadavg()[0] > 2.5 * os.cpu_count():
                 break
             with concurrent.futures.ThreadPoolExecutor(width) as pool:
                 chosen = [test for test in tests if test.RUN_SERIAL == alone and test.files]
