@@ -81,8 +81,9 @@ def mutants_of(file, path, arguments):
     with open(path, "rb") as opened:
         source = opened.read()
     own = [one for one in unit.cursor.get_children() if one.location.file and one.location.file.name == path]
+    # A node that the compiler made of a format's text may begin or end within a character.
     found = {change for one in own for cursor in one.walk_preorder()
-             for change in changes(cursor, lambda start, end: source[start:end].decode())}
+             for change in changes(cursor, lambda start, end: source[start:end].decode(errors="replace"))}
     for kind, (start, end), text in sorted(found, key=lambda change: change[1:]):
         first, last = source.rfind(b"\n", 0, start) + 1, source.find(b"\n", end)
         lines = source[first:last], source[first:start] + text.encode() + source[end:last]
