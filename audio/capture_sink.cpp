@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <type_traits>
+#include <functional>
 
 #include "audio/outcome_codes.h"
 
@@ -32,7 +32,8 @@ template <std::size_t sampleBytes, class Value, class Convert>
 void DecodeInto(std::span<Value> samples, const std::uint8_t* bytes, const Convert& convert) {
   if constexpr (sampleBytes == 3) {
     // Read as four bytes, four samples are converted at once. Behind the last one there is no fourth byte.
-    for (std::array<std::uint32_t, 4> values; samples.size() > values.size(); samples = samples.subspan(values.size())) {
+    for (std::array<std::uint32_t, 4> values; samples.size() > values.size();
+         samples = samples.subspan(values.size())) {
       for (std::uint32_t& value : values) {
         value = LittleEndian<4>(bytes) & 0xFFFFFF;
         bytes += sampleBytes;
@@ -58,8 +59,8 @@ void CaptureSinkClass::AppendFrames(const std::uint8_t* data, std::uint32_t fram
   if (!buffer_.Write(data, static_cast<std::uint32_t>(bytes))) throw kSinkWriteFailed;
 }
 
-template <class Value>
-std::vector<Value> CaptureSinkClass::Decode(Value unit) const {
+template <class Value, class ValueOf>
+std::vector<Value> CaptureSinkClass::Decode(const ValueOf& valueOf) const {
   const std::uint32_t bits = format_.header.wBitsPerSample;
   if (bits == 0 || bits > 32) throw kPlatformError;
   const std::uint32_t sampleBytes = (bits + 7) / 8;
@@ -70,13 +71,7 @@ std::vector<Value> CaptureSinkClass::Decode(Value unit) const {
     // A sample is negative if any bit from the sign upwards is set, not the sign alone. There is no branch on it, as no
     // processor can foresee the sign of noise.
     const std::uint32_t isNegative = static_cast<std::int32_t>(value) >> signShift != 0;
-    const auto whole = static_cast<std::int32_t>(value | (extension & (0 - isNegative)));
-    // There is no fast product of several integers at once.
-    if constexpr (std::is_integral_v<Value>) {
-      return whole;
-    } else {
-      return whole * unit;
-    }
+    return valueOf(static_cast<std::int32_t>(value | (extension & (0 - isNegative))));
   };
 
   const std::span<const std::uint8_t> stored = buffer_.Written();
@@ -90,11 +85,12 @@ std::vector<Value> CaptureSinkClass::Decode(Value unit) const {
   return samples;
 }
 
-std::vector<std::int32_t> CaptureSinkClass::DecodeSamples() const { return Decode(1); }
+std::vector<std::int32_t> CaptureSinkClass::DecodeSamples() const { return Decode<std::int32_t>(std::identity()); }
 
 std::vector<double> CaptureSinkClass::NormalizedSamples() const {
   // The scale is a power of two, so that its reciprocal is exact and a product is what the quotient would be.
-  return Decode(std::ldexp(1.0, 1 - format_.header.wBitsPerSample));
+  const double unit = std::ldexp(1.0, 1 - format_.header.wBitsPerSample);
+  return Decode<double>([unit](std::int32_t sample) { return sample * unit; });
 }
 
 double LargestMagnitude(std::span<const double> samples) {

@@ -34,9 +34,9 @@ class CaptureSinkClass {
   std::vector<double> NormalizedSamples() const;
 
  private:
-  // The samples times `unit`.
-  template <class Value>
-  std::vector<Value> Decode(Value unit) const;
+  // What `valueOf` makes of each sample. Throws like DecodeSamples.
+  template <class Value, class ValueOf>
+  std::vector<Value> Decode(const ValueOf& valueOf) const;
 
   SampleBufferClass buffer_;
   CaptureFormatBlock format_;
