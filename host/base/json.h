@@ -9,8 +9,8 @@
 
 #include "host/base/member.h"
 
-// How the host's records become JSON and come back. Only sources that read or write JSON include this, and the library's parser
-// and writer are compiled in json.cpp alone: they are large.
+// How the host's records become JSON and come back. Only sources that read or write JSON include this. The
+// library's parser and writer are large, so that what can goes through the functions that json.cpp compiles.
 namespace host {
 
 // Keeps the order of members.
