@@ -17,9 +17,9 @@ STATEMENTS = (*OPERATIONS, Kind.UNARY_OPERATOR, Kind.CXX_DELETE_EXPR, Kind.CONTI
 CONDITIONALS = (Kind.IF_STMT, Kind.WHILE_STMT, Kind.CONDITIONAL_OPERATOR)
 NUMBERS = (TypeKind.INT, TypeKind.UINT, TypeKind.LONG, TypeKind.ULONG, TypeKind.DOUBLE, TypeKind.FLOAT)
 
-# In the file of a room, the bytes from start to end are replaced by the text. The name shows the lines that this changes, as
+# In the file of a folder, the bytes from start to end are replaced by the text. The name shows the lines that this changes, as
 # they were and as they are, with single blanks.
-Mutant = collections.namedtuple("Mutant", "room file kind line start end text before after name")
+Mutant = collections.namedtuple("Mutant", "folder file kind line start end text before after name")
 
 
 def span(cursor):

@@ -1,4 +1,5 @@
 """Builds and tests mutants in a copy of the checkout."""
+import collections
 import concurrent.futures
 import hashlib
 import json
@@ -6,6 +7,7 @@ import os
 import pathlib
 import re
 import shlex
+import shutil
 import signal
 import subprocess
 import time
@@ -19,6 +21,11 @@ CONFINED = ["env", "--default-signal", *BOUND, "prlimit", "--data=4294967296", "
             "unshare", "--pid", "--fork", "--kill-child", "--mount-proc",
             *([] if os.geteuid() == 0 else ["--user", "--map-current-user", "--keep-caps"]), "sh", "-c",
             'mount -t tmpfs -o size=2G tmpfs /var/tmp && "$@"; exit $?', "sh"]
+# A little optimised: that builds soon, and shows what is the same code.
+PLAIN = ["-DCMAKE_CXX_FLAGS_RELEASE=-O1 -DNDEBUG -w"]
+# The counts are kept in the file as they are made, so that those of a process that is killed aren't lost.
+COUNTING = ["-DCMAKE_CXX_COMPILER=clang++", "-DCMAKE_C_COMPILER=clang", "-DCMAKE_CXX_FLAGS_RELEASE=-O1 -DNDEBUG -w"
+           " -fprofile-instr-generate -fcoverage-mapping -mllvm -runtime-counter-relocation"]
 
 
 def output_of(*command, **more):
@@ -36,49 +43,55 @@ def exit_code(command, seconds, **more):
             return None
 
 
-class Workshop:
-    """`tree` is the hash of all that a result rests on, `seconds` what each test takes without a mutant."""
+def copied(root, folder):
+    """Makes folder/source the checkout with what isn't committed, and gives the hash of all that a result rests on."""
+    (folder / "source").mkdir(parents=True, exist_ok=True)
+    # The checkout becomes a tree by an index beside its own; another knows the copy's files.
+    of_root, of_copy = ({"cwd": root, "env": {**os.environ, "GIT_INDEX_FILE": f"{folder}/{one}.index"}} for one in ("root", "copy"))
+    output_of("git", "add", "--all", **of_root)
+    tree = output_of("git", "write-tree", **of_root)
+    output_of("git", f"--work-tree={folder}/source", "read-tree", "--reset", "-u", tree, **of_copy)
+    files = output_of("git", "ls-tree", "-r", tree, cwd=root).splitlines()
+    checked = [line for line in files if not re.search(r"\.md$|\ttools/(mutat|coverage)", line)]
+    return hashlib.sha256("".join(checked).encode()).hexdigest()
 
-    def __init__(self, root, folder, jobs):
-        self.source, self.folder, self.jobs, self.unchanged, self.seconds = folder / "source", folder / "build", jobs, {}, {}
-        self.source.mkdir(parents=True, exist_ok=True)
-        # The checkout, with what isn't committed, becomes a tree by an index beside its own; another knows the copy's files.
-        of_root, of_copy = ({"cwd": root, "env": {**os.environ, "GIT_INDEX_FILE": f"{folder}/{one}.index"}} for one in ("root", "copy"))
-        output_of("git", "add", "--all", **of_root)
-        tree = output_of("git", "write-tree", **of_root)
-        output_of("git", f"--work-tree={self.source}", "read-tree", "--reset", "-u", tree, **of_copy)
-        files = output_of("git", "ls-tree", "-r", tree, cwd=root).splitlines()
-        checked = [line for line in files if not re.search(r"\.md$|\ttools/(mutat|coverage)", line)]
-        self.tree = hashlib.sha256("".join(checked).encode()).hexdigest()
-        # A little optimised: that builds soon, and shows what is the same code. The build runs no test, unconfined as it is.
-        output_of("cmake", "-S", self.source, "-B", self.folder, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
-                  "-DCMAKE_CXX_FLAGS_RELEASE=-O1 -DNDEBUG -w", f"-DZQRMT_LOG_DIRECTORY={self.folder}/log",
-                  "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST")
+
+class Workshop:
+    """A copy in folder/source, built in folder/build by a flavour's options."""
+
+    def __init__(self, root, folder, jobs, flavour=PLAIN):
+        self.tree, self.source, self.folder, self.jobs = copied(root, folder), folder / "source", folder / "build", jobs
+        # The build runs no test, unconfined as it is.
+        output_of("cmake", "-S", self.source, "-B", self.folder, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", *flavour,
+                  f"-DZQRMT_LOG_DIRECTORY={self.folder}/log", "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST")
+        self.unchanged = {}
         self.unchanged = self.build()
         if not self.unchanged:
             raise SystemExit(f"The code doesn't build. To see why: cmake --build {self.folder}")
         listed = json.loads(output_of("ctest", "--show-only=json-v1", cwd=self.folder))["tests"]
-        self.tests = [self.read_test(one) for one in listed if "command" in one]
+        self.tests = {one["name"]: self.read_test(**one) for one in listed if "command" in one}
 
-    def read_test(self, described):
-        test = types.SimpleNamespace(ENVIRONMENT=[], SKIP_RETURN_CODE=0, RUN_SERIAL=False, **described)
-        vars(test).update((one["name"], one["value"]) for one in described["properties"])
-        # A file is used where its name stands: in the command or the environment, or in another file that is used.
-        names = " ".join([*test.command, *test.ENVIRONMENT]).encode()
-        for _ in range(3):
-            test.files = {file for file in self.unchanged if file.name.encode() in names}
-            names += b"".join(file.read_bytes() for file in test.files)
+    @staticmethod
+    def read_test(name, command, properties, **_):
+        test = types.SimpleNamespace(name=name, command=command, ENVIRONMENT=[], SKIP_RETURN_CODE=0, RUN_SERIAL=False)
+        vars(test).update((one["name"], one["value"]) for one in properties)
         return test
 
     def sources(self):
-        """The C++ sources that are built and the headers beside them: name, path and the compiler's arguments."""
+        """The C++ sources that are built and the headers beside them: name, path and the compiler's arguments.
+
+        Without the headers of which a change has more than ten sources built anew.
+        """
+        # A compiler cache makes paths relative.
+        listed = output_of("ninja", "-C", self.folder, "-t", "deps").splitlines()
+        built = collections.Counter(os.path.normpath(self.folder / line.strip()) for line in listed)
         found = {}
         for entry in json.loads((self.folder / "compile_commands.json").read_text()):
             words, path = shlex.split(entry["command"]), pathlib.Path(entry["file"])
             kept = [one for before, one in zip(words, words[1:]) if re.match("-I|-D|-std|-isystem", one) or before == "-isystem"]
             for source in (path, *path.parent.glob("*.h")):
                 found.setdefault(os.path.relpath(source, self.source), (str(source), kept))
-        return [(name, *rest) for name, rest in sorted(found.items())]
+        return [(name, *rest) for name, rest in sorted(found.items()) if built[rest[0]] <= 10]
 
     def build(self):
         """The programs and libraries whose bytes aren't as they were unchanged; None when it doesn't compile."""
@@ -87,35 +100,52 @@ class Workshop:
         hashes = {file: hashlib.sha256(file.read_bytes()).digest() for kind in ("bin", "lib") for file in (self.folder / kind).iterdir()}
         return {file: one for file, one in hashes.items() if self.unchanged.get(file) != one}
 
-    def failures(self, tests):
-        """Runs tests, fastest first, until one fails twice, and gives its name and how it ended. What fails once met something else.
+    def run(self, test, limit, **environment):
+        """The seconds that a test took; None if it failed, the limit if it hung."""
+        begin = time.monotonic()
+        code = exit_code([*CONFINED, *test.command], limit, cwd=test.WORKING_DIRECTORY, env={
+            **os.environ, **dict.fromkeys(("HOME", "TMPDIR", "XDG_STATE_HOME"), "/var/tmp"),
+            **dict(one.split("=", 1) for one in test.ENVIRONMENT), **environment})
+        seconds = limit if code is None else round(time.monotonic() - begin, 2)
+        return seconds if code in (None, 0, test.SKIP_RETURN_CODE) else None
 
-        A test that is run for the first time only gets its seconds, None if it fails.
-        """
+    def each(self, function, tests):
+        """A test's name with what the function makes of it, for all. Tests wait for sound and other programs more than they compute."""
+        with concurrent.futures.ThreadPoolExecutor(2 * self.jobs) as pool:
+            return dict(zip((test.name for test in tests), pool.map(function, tests)))
+
+    def lines_run(self, test):
+        """By source the lines that a test runs, each a bit of a number, in a workshop whose programs count; None if that is unknown."""
+        profiles = self.folder / "profiles" / test.name
+        shutil.rmtree(profiles, ignore_errors=True)
+        profiles.mkdir(parents=True)
+        self.run(test, 500, LLVM_PROFILE_FILE=f"{profiles}/%m%c.profraw")
+        programs = sorted(file for file in self.unchanged if os.access(file, os.X_OK) and not file.is_symlink())
+        known, raw, lines = profiles / "all.profdata", [*profiles.iterdir()], {}
+        # A test may let its programs write to no file.
+        subprocess.run(["llvm-profdata", "merge", "-sparse", "-failure-mode=all", "-o", known, *raw], stderr=subprocess.DEVNULL)
+        if known.exists():
+            shown = output_of("llvm-cov", "export", "-format=lcov", f"-instr-profile={known}", programs[0],
+                              *(word for file in programs[1:] for word in ("-object", file)), stderr=subprocess.DEVNULL)
+            for kind, _, value in (line.partition(":") for line in shown.splitlines()):
+                if kind == "SF":
+                    file = os.path.relpath(value, self.source)
+                elif kind == "DA" and not value.endswith(",0"):
+                    lines[file] = lines.get(file, 0) | 1 << int(value.partition(",")[0])
+        shutil.rmtree(profiles)
+        return lines if lines or not raw else None
+
+    def failure(self, tests, seconds):
+        """Runs tests until one fails twice, and gives its name and how it ended. What fails once met something else."""
         failures = []
 
         def run(test):
-            if failures:
-                return
-            environment = {**os.environ, **dict.fromkeys(("HOME", "TMPDIR", "XDG_STATE_HOME"), "/var/tmp"),
-                           **dict(one.split("=", 1) for one in test.ENVIRONMENT)}
-            for _ in range(2):
-                begin, limit = time.monotonic(), 20 + 5 * self.seconds.get(test.name, 100)
-                code = exit_code([*CONFINED, *test.command], limit, cwd=test.WORKING_DIRECTORY, env=environment)
-                if code in (0, test.SKIP_RETURN_CODE):
-                    self.seconds.setdefault(test.name, round(time.monotonic() - begin, 2))
-                    return
-            if test.name in self.seconds:
-                failures.append((test.name, "hung" if code is None else "failed"))
-            else:
-                self.seconds[test.name] = None
+            limit = 20 + 5 * seconds[test.name]
+            took = [] if failures else [self.run(test, limit)]
+            if took in ([None], [limit]):
+                took.append(self.run(test, limit))
+                if took[1] in (None, limit):
+                    failures.append([test.name, "failed" if took[1] is None else "hung"])
 
-        # Tests wait for sound and for other programs more than they compute.
-        for width, alone in ((2 * self.jobs, False), (1, True)):
-            # A test that has to run alone is failed by what else keeps the processors busy.
-            if alone and os.getloadavg()[0] > 2.5 * os.cpu_count():
-                break
-            with concurrent.futures.ThreadPoolExecutor(width) as pool:
-                chosen = [test for test in tests if test.RUN_SERIAL == alone and test.files]
-                list(pool.map(run, sorted(chosen, key=lambda test: self.seconds.get(test.name, 0))))
-        return failures
+        self.each(run, tests)
+        return failures and failures[0]
