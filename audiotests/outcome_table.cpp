@@ -15,7 +15,18 @@ static_assert(audio::kEndpointNotFound == ZQRMT_OUTCOME_NO_ENDPOINT);
 static_assert(audio::kNoMemoryForSink == ZQRMT_OUTCOME_NO_MEMORY);
 static_assert(audio::kSinkWriteFailed == ZQRMT_OUTCOME_TOO_MUCH_SOUND);
 
-// The framework gives numbers to these severities only; any other is logged at debug3.
+}  // namespace
+
+const std::map<std::int32_t, OutcomeEntry> OutcomeTable = {
+    {ZQRMT_OUTCOME_BAD_INPUT, {ZQRMT_LEVEL_WARNING, u"Bad JSON input."}},
+    {ZQRMT_OUTCOME_PLATFORM, {ZQRMT_LEVEL_WARNING, u"Microsoft API Error"}},
+    {ZQRMT_OUTCOME_NO_MEMORY, {ZQRMT_LEVEL_WARNING, u"memory could not be allocated to Buffer"}},
+    {ZQRMT_OUTCOME_TOO_MUCH_SOUND, {ZQRMT_LEVEL_WARNING, u"Unable to write to buffer."}},
+    {ZQRMT_OUTCOME_NO_ENDPOINT, {ZQRMT_LEVEL_WARNING, u"Could not find device"}},
+    {ZQRMT_OUTCOME_RECORD_PASSED, {ZQRMT_LEVEL_NORMAL, u"Audio Record Test passed."}},
+    {ZQRMT_OUTCOME_PLAYBACK_PASSED, {ZQRMT_LEVEL_NORMAL, u"Audio Playback Test passed."}},
+};
+
 const logging::LogRecord* LogWithSeverity(logging::Logger& logger, std::int32_t severity, std::int32_t code,
                                           const std::string& text) {
   switch (severity) {
@@ -30,18 +41,6 @@ const logging::LogRecord* LogWithSeverity(logging::Logger& logger, std::int32_t 
     default: return logger.LogDebug3(code, text, 0.0);
   }
 }
-
-}  // namespace
-
-const std::map<std::int32_t, OutcomeEntry> OutcomeTable = {
-    {ZQRMT_OUTCOME_BAD_INPUT, {ZQRMT_LEVEL_WARNING, u"Bad JSON input."}},
-    {ZQRMT_OUTCOME_PLATFORM, {ZQRMT_LEVEL_WARNING, u"Microsoft API Error"}},
-    {ZQRMT_OUTCOME_NO_MEMORY, {ZQRMT_LEVEL_WARNING, u"memory could not be allocated to Buffer"}},
-    {ZQRMT_OUTCOME_TOO_MUCH_SOUND, {ZQRMT_LEVEL_WARNING, u"Unable to write to buffer."}},
-    {ZQRMT_OUTCOME_NO_ENDPOINT, {ZQRMT_LEVEL_WARNING, u"Could not find device"}},
-    {ZQRMT_OUTCOME_RECORD_PASSED, {ZQRMT_LEVEL_NORMAL, u"Audio Record Test passed."}},
-    {ZQRMT_OUTCOME_PLAYBACK_PASSED, {ZQRMT_LEVEL_NORMAL, u"Audio Playback Test passed."}},
-};
 
 void ReportOutcome(std::int32_t code, logging::Logger* logger, ZQ_RMT_MODELS::CoreData* coreData) {
   const auto outcome = OutcomeTable.find(code);

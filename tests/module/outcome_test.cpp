@@ -10,6 +10,7 @@
 
 namespace {
 
+using ZQ_RMT_TESTS_AUDIO::LogWithSeverity;
 using ZQ_RMT_TESTS_AUDIO::OutcomeTable;
 using ZQ_RMT_TESTS_AUDIO::ReportOutcome;
 
@@ -46,6 +47,18 @@ TEST_F(OutcomeTest, EachIsReportedWithItsPublishedCode) {
     EXPECT_EQ(core.ReturnCode, code);
     EXPECT_EQ(core.ReturnMessage, message);
   }
+}
+
+// No outcome of the table has any but two of them.
+TEST_F(OutcomeTest, EachSeverityIsLoggedAtItsLevel) {
+  std::ofstream(Log() / "debug3.flg");
+  const logging::LogLevel levels[] = {logging::kDebug3,       logging::kConsole,  logging::kNormal, logging::kTest1,
+                                      logging::kNotification, logging::kDebug1,   logging::kDebug3, logging::kWarning,
+                                      logging::kError,        logging::kCritical, logging::kDebug3};
+  for (std::int32_t severity = 0; severity < 11; ++severity) {
+    EXPECT_EQ(LogWithSeverity(logger, severity, 1, "text")->level, levels[severity]) << severity;
+  }
+  std::filesystem::remove(Log() / "debug3.flg");
 }
 
 // No sequence reaches an outcome that isn't in the table.
