@@ -124,6 +124,17 @@ TEST(CaptureSink, DecodesByBitsAndValidBits) {
   for (const int bits : {0, 33}) EXPECT_EQ(OutcomeOf([&] { Normalized(bits, bits, {}); }), kPlatformError);
 }
 
+TEST(CaptureSink, FindsTheLargestMagnitudeWhereverItIs) {
+  for (std::size_t size = 1; size < 20; ++size) {
+    for (std::size_t place = 0; place < size; ++place) {
+      Values samples(size, 0.25);
+      samples[place] = place % 2 == 0 ? 0.5 : -0.5;
+      EXPECT_EQ(LargestMagnitude(samples), 0.5) << place << " of " << size;
+    }
+  }
+  EXPECT_EQ(LargestMagnitude({}), 0.0);
+}
+
 TEST(CaptureSink, StoresAPacketWholeOrNotAtAll) {
   CaptureSinkClass sink;
   sink.SetFormat(Format(32, 32, 4));

@@ -28,7 +28,12 @@ RecordingFindings CleanTone() {
   return findings;
 }
 
-Verdict VerdictOf(const Evidence& evidence) { return JudgeRecording(evidence, LimitsInForce({}, evidence.tonePlays)); }
+Verdict VerdictOf(const Evidence& evidence) {
+  Verdict verdict = JudgeRecording(evidence, LimitsInForce({}, evidence.tonePlays));
+  EXPECT_EQ(verdict.advice.empty(), verdict.passed);
+  for (const Check& check : verdict.checks) EXPECT_EQ(check.advice.empty(), check.result != CheckResult::kFail);
+  return verdict;
+}
 
 TEST(JudgeRecording, RestsOnTheLoudnessAloneWhereTheHostCannotListen) {
   Evidence evidence{.tonePlays = true, .maxAmplitude = kHalf, .notHeard = "The endpoint takes one stream."};

@@ -66,6 +66,7 @@ class BadInput(HostTest):
             os.mkfifo(os.path.join(self.directory, "pipe"))
             os.mkdir(os.path.join(self.directory, "log"))
             os.mkfifo(os.path.join(self.directory, "log", "ZQRMLOG.LOG"))
+            cases.append((BAD_INPUT, "'/proc/self/mem' can't be read: Input/output error", ["check", "/proc/self/mem"], {}))
             for name in ["pipe", "/dev/zero"]:
                 cases += [
                     (BAD_INPUT, f"'{name}' can't be read: it is a folder, a pipe", ["check", name], {}),
@@ -291,6 +292,8 @@ class Output(HostTest):
         self.assertEqual([self.document(flag)["result"] for flag in ["--version", "-V"]], [result, result])
         for told in ["take headphones off", "4    platform or module error"]:
             self.assertIn(told, self.document("--help")["result"]["text"])
+        for command in re.findall(r"^  ([a-z]+) ", self.rmthost("--help")[1].decode().split("Subcommands:")[1], re.M):
+            self.assertIn(b"The options of 'rmthost --help' are taken here too", self.rmthost(command, "--help")[1], command)
         for asked, same in [(["help"], ["--help"]), (["help", "record"], ["record", "--help"])]:
             self.assertEqual(self.rmthost(*asked), self.rmthost(*same))
 
@@ -347,6 +350,16 @@ class Output(HostTest):
     def test_a_reply_ends_its_line_on_a_terminal(self):
         code, shown = self.on_terminal("stdout", "run", "play", "-", "--platform", "virtual", input=b"{}")
         self.assertEqual((code, shown[-3:]), (FAIL, "}\r\n"))
+
+    @unittest.skipUnless(hasattr(os, "openpty") and not RUNNER, "needs a pseudo-terminal")
+    def test_the_locale_says_what_a_terminal_can_draw(self):
+        for locale, blocks in [({"LC_ALL": "C.UTF-8", "LC_CTYPE": "C"}, True), ({"LC_ALL": "C", "LC_CTYPE": "C.UTF-8"}, False),
+                               ({"LC_ALL": "", "LC_CTYPE": "en_US.utf8", "LANG": "C"}, True), ({"LC_CTYPE": "C", "LANG": "C.UTF-8"}, False),
+                               ({"LANG": "C.UTF-8"}, True), ({}, False)]:
+            others = {name: value for name, value in os.environ.items() if name not in ("LC_ALL", "LC_CTYPE", "LANG")}
+            shown = self.on_terminal("stdout", "record", "--render", "speaker", "--platform", "virtual",
+                                     env={**others, **locale})[1]
+            self.assertEqual("▄" in shown, blocks, locale)
 
     @unittest.skipUnless(hasattr(os, "openpty") and not RUNNER, "needs a pseudo-terminal")
     def test_a_terminal_shows_the_progress(self):

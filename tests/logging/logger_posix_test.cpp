@@ -94,7 +94,11 @@ TEST_F(LoggerTest, APipeInTheLogsPlaceIsNotWaitedFor) {
 TEST_F(LoggerTest, LinksAreFollowedOnlyWhereNobodyElseCanPutOne) {
   const std::string target = parent / "target";
   Logger logger("source", 0);
-  for (const bool isShared : {false, true}) {
+  // Only root can give a directory away, to somebody who could put a link there.
+  constexpr uid_t kSomebody = 12345;
+  const uid_t own = geteuid();
+  for (const auto& [mode, owner] : {std::pair(0755, own), {0777, own}, {0755, own == 0 ? kSomebody : own}}) {
+    const bool isShared = mode == 0777 || owner != own;
     for (const bool isSymbolic : {false, true}) {
       Write(target);
       if (isSymbolic) {
@@ -102,9 +106,10 @@ TEST_F(LoggerTest, LinksAreFollowedOnlyWhereNobodyElseCanPutOne) {
       } else {
         std::filesystem::create_hard_link(target, live);
       }
-      std::filesystem::permissions(directory, std::filesystem::perms(isShared ? 0777 : 0755));
+      std::filesystem::permissions(directory, std::filesystem::perms(mode));
+      ASSERT_EQ(chown(directory.c_str(), owner, static_cast<gid_t>(-1)), 0);
       logger.LogNormal(1, "", 0.0);
-      EXPECT_EQ(Lines(target).size(), isShared ? 0U : 1U) << isSymbolic;
+      EXPECT_EQ(Lines(target).size(), isShared ? 0U : 1U) << isSymbolic << ' ' << mode << ' ' << owner;
       std::filesystem::remove(live);
     }
   }

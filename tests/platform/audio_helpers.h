@@ -41,11 +41,18 @@ ComPtr<Interface> Activated(EDataFlow flow) {
   return object;
 }
 
+inline std::string State() {
+  const std::unique_ptr<char, decltype(&std::free)> text(AudioPlatformState(), &std::free);
+  return text == nullptr ? "" : text.get();
+}
+
 inline WAVEFORMATEXTENSIBLE Format(WORD tag, WORD channels, DWORD rate, WORD bits, WORD validBits = 0) {
   const auto align = static_cast<WORD>(channels * bits / 8);
   const auto tail = static_cast<WORD>(tag == WAVE_FORMAT_EXTENSIBLE ? 22 : 0);
   return {{tag, channels, rate, rate * align, align, bits, tail}, {validBits}, 0, KSDATAFORMAT_SUBTYPE_PCM};
 }
+
+inline const WAVEFORMATEXTENSIBLE kMono = Format(WAVE_FORMAT_PCM, 1, 48000, 16);
 
 // A stream of 1.5 s on the default endpoint, with its service and what that handed out last.
 template <class Service, EDataFlow kFlow, DWORD kFlags>
@@ -91,10 +98,6 @@ class VirtualMachine : public testing::Test {
            speaker + R"(}, {"id": "mic", "flow": "capture", "default": ["console"])" + mic + "}]" + own + "}";
   }
   bool Become(const std::string& json) { return AudioPlatformInitialize(WriteMachine(directory_, json).c_str()) == 0; }
-  static std::string State() {
-    const std::unique_ptr<char, decltype(&std::free)> text(AudioPlatformState(), &std::free);
-    return text == nullptr ? "" : text.get();
-  }
   void TearDown() override { AudioPlatformUninitialize(); }
 
  private:

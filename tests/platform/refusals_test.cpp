@@ -10,8 +10,6 @@ using Refusals = VirtualMachine;
 constexpr auto kNoFlow = static_cast<EDataFlow>(3);
 constexpr auto kNoRole = static_cast<ERole>(3);
 
-const WAVEFORMATEXTENSIBLE kMono = Format(WAVE_FORMAT_PCM, 1, 48000, 16);
-
 TEST_F(Refusals, OfNoPlaceForTheResultAndOfWhatIsNotThere) {
   ASSERT_TRUE(Become(With("", R"(}, {"id": "off", "flow": "capture", "state": "disabled")")));
   const auto enumerator = Enumerator();

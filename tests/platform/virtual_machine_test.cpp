@@ -6,8 +6,6 @@
 
 namespace {
 
-const WAVEFORMATEXTENSIBLE kMono = Format(WAVE_FORMAT_PCM, 1, 48000, 16);
-
 // A sound at 48000 Hz in steps: until which millisecond which sample.
 std::vector<BYTE> Steps(std::initializer_list<std::pair<std::size_t, std::int16_t>> steps) {
   std::vector<std::int16_t> samples;
@@ -154,11 +152,15 @@ TEST_F(VirtualMachine, TracesCallsAndCountsItsObjects) {
   ASSERT_TRUE(Become(With(R"(, "levels": [0.1])")));
   const auto volume = Activated<IAudioEndpointVolume>(eRender);
   EXPECT_EQ(volume->SetChannelVolumeLevelScalar(3, 0.3F, nullptr), E_INVALIDARG);
+  const IID unknown = {0x01234567, 0x89AB, 0xCDEF, {1, 2, 3, 4, 5, 6, 7, 8}};
+  void* none = nullptr;
+  EXPECT_EQ(DefaultDevice(eRender)->Activate(unknown, CLSCTX_ALL, nullptr, &none), E_NOINTERFACE);
   Sleep(15);
   for (const char* piece :
        {R"({"platform":"virtual","liveObjects":1,"endpoints":[{"id":"speaker","name":"speaker","flow":"render",)",
         R"("state":"active","default":["console"],"levels":[0.1],"muted":false,"format":{"channels":2,"rate":48000,)",
         R"("trace":[{"operation":"CoCreateInstance","arguments":{"interface":"IMMDeviceEnumerator"},"status":0},)",
+        R"("interface":"{01234567-89AB-CDEF-0102-030405060708}")",
         R"(Scalar","endpoint":"speaker","arguments":{"channel":3,"level":0.3},"status":-2147024809},)",
         R"({"operation":"Sleep","arguments":{"milliseconds":15},"status":0}]})"}) {
     EXPECT_NE(State().find(piece), std::string::npos) << piece << '\n' << State();
@@ -169,7 +171,7 @@ TEST_F(VirtualMachine, TracesCallsAndCountsItsObjects) {
   EXPECT_EQ(state.find("SetMute"), std::string::npos);
   const std::size_t count = state.rfind("\"untracedCalls\":");
   ASSERT_NE(count, std::string::npos);
-  EXPECT_EQ(state.substr(count), "\"untracedCalls\":6}");
+  EXPECT_EQ(state.substr(count), "\"untracedCalls\":9}");
   AudioPlatformUninitialize();
   UINT channels = 0;
   EXPECT_EQ(volume->GetChannelCount(&channels), S_OK) << "objects outlive their platform";
@@ -217,7 +219,15 @@ TEST_F(VirtualMachine, RefusesADescriptionWithAMistake) {
       {std::string(300000, '['), "line 1, column 300001: not JSON"},
       {std::string(300000, '[') + std::string(300000, ']'), "the description: must be an object, not a list"},
       {"[]", "the description: must be an object, not a list"},
-      {R"({"clok": 1})", "clok: is not a key"},
+      {R"({"clok": 1})", R"(clok: is not a key; the keys here are "clock", "seed", "endpoints", "faults")"},
+      {With(R"(, "nam": "")"),
+       "endpoints[0].nam: is not a key; the keys here are \"id\", \"name\", \"flow\", \"state\", "
+       R"("default", "levels", "muted", "noise", "format", "closest", "hears", "path")"},
+      {With("", R"(, "format": {"x": 1})"),
+       "endpoints[1].format.x: is not a key; the keys here are "
+       R"("tag", "channels", "rate", "bits", "validBits", "channelMask")"},
+      {R"({"faults": [{"x": 1}]})",
+       R"(faults[0].x: is not a key; the keys here are "operation", "call", "status", "sticky", )"},
       {With("", "", R"(, "clock": "real")"), "clock: stands there twice"},
       {With("", R"(, "levels": [1], "hears": [{"gain": 1, "gain": 1}])"),
        "endpoints[1].hears[0].gain: stands there twice"},
@@ -250,6 +260,12 @@ TEST_F(VirtualMachine, RefusesADescriptionWithAMistake) {
     EXPECT_FALSE(Become(json)) << json;
     EXPECT_EQ(std::string(AudioPlatformError()).rfind(sentence, 0), 0U) << json << '\n' << AudioPlatformError();
   }
+#ifndef _WIN32
+  EXPECT_LT(AudioPlatformInitialize("virtuall"), 0);
+  EXPECT_STREQ(AudioPlatformError(),
+               "There is no audio platform \"virtuall\"; there are \"virtual\", \"virtual:FILE\", "
+               "\"pulse\" and \"pulse:SERVER\".");
+#endif
   for (const char* name : {"virtual:/no/such/file", "virtual:/", "virtuall", ""}) {
     EXPECT_LT(AudioPlatformInitialize(name), 0) << name;
     EXPECT_STRNE(AudioPlatformError(), "") << name;
