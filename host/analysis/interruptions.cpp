@@ -13,7 +13,7 @@ namespace {
 using Complex = std::complex<double>;
 
 // Disturbances this near to each other are one.
-constexpr double kMergeSeconds = 0.015;
+constexpr double kJoinedSeconds = 0.015;
 // An echo needs this long to become steady, and until then the tone isn't as expected.
 constexpr double kSettlingSeconds = 0.22;
 constexpr double kQuietBeginSeconds = 0.06;
@@ -87,7 +87,7 @@ std::vector<std::size_t> ConvincingStates(const ToneSearch& search, double peak)
 }
 
 std::vector<Run> FindRuns(const ToneSearch& search, double peak) {
-  const auto merged = static_cast<std::size_t>(kMergeSeconds / search.baseband.SecondsPerValue());
+  const auto merged = static_cast<std::size_t>(kJoinedSeconds / search.baseband.SecondsPerValue());
   const std::vector<std::size_t> states = ConvincingStates(search, peak);
   std::vector<Run> runs;
   std::size_t end = 0;  // of the last value that `state` explained, 0 before there is one

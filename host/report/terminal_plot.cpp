@@ -12,7 +12,7 @@ namespace host {
 namespace {
 
 constexpr int kRows = 6;
-constexpr int kMargin = 8;  // columns for the labels
+constexpr int kLabelColumns = 8;
 constexpr int kFewestColumns = 20, kMostColumns = 120;
 constexpr double kLowestDrawn = -120.0;  // dBFS
 // The levels of the spectrum, from the lowest drawn to 0 dBFS.
@@ -78,7 +78,7 @@ std::string Waveform(const SoundSummary& sound, int columns, const Style& style)
     std::string label;
     if (row == 0) label = fmt::format("{:+g}", scale);
     if (row == kRows - 1) label = fmt::format("{:+g}", -scale);
-    text += fmt::format("{:>{}} ", label, kMargin - 1);
+    text += fmt::format("{:>{}} ", label, kLabelColumns - 1);
     for (int column = 0; column < columns; ++column) {
       if (style.unicode) {
         text += BrailleCell(dots, column, row);
@@ -89,13 +89,13 @@ std::string Waveform(const SoundSummary& sound, int columns, const Style& style)
     text += '\n';
   }
   const std::string end = fmt::format("{:.1f} s", sound.seconds);
-  return text + fmt::format("{:{}}0{:>{}}\n", "", kMargin, end, columns - 1);
+  return text + fmt::format("{:{}}0{:>{}}\n", "", kLabelColumns, end, columns - 1);
 }
 
 std::string SpectrumLine(const SoundSummary& sound, int columns, const Style& style) {
   const auto& blocks = style.unicode ? kBlocks : kPlainBlocks;
   const std::size_t bands = sound.spectrum.size(), width = static_cast<std::size_t>(columns);
-  std::string text = fmt::format("{:>{}} ", "20 Hz", kMargin - 1);
+  std::string text = fmt::format("{:>{}} ", "20 Hz", kLabelColumns - 1);
   for (std::size_t column = 0; column < width; ++column) {
     const std::size_t begin = column * bands / width;
     const std::size_t end = std::max((column + 1) * bands / width, begin + 1);
@@ -110,7 +110,7 @@ std::string SpectrumLine(const SoundSummary& sound, int columns, const Style& st
 // What the cells of the spectrum mean.
 std::string SpectrumScale(const Style& style) {
   const auto& blocks = style.unicode ? kBlocks : kPlainBlocks;
-  std::string text = fmt::format("{:{}}{:.0f} dB ", "", kMargin, kLowestDrawn);
+  std::string text = fmt::format("{:{}}{:.0f} dB ", "", kLabelColumns, kLowestDrawn);
   for (const char* block : blocks) text += block;
   return text + " 0 dBFS\n";
 }
@@ -132,12 +132,12 @@ std::string FigureLines(const SoundSummary& sound, int columns) {
 std::string TerminalPlot(const SoundSummary& sound, const Style& style, double toneHz) {
   const int endLabel = static_cast<int>(FrequencyText(sound.highestHz).size()) + 1;
   // A terminal wraps what reaches its last column.
-  const int width = std::clamp(style.columns - 1, kFewestColumns, kMostColumns) - kMargin - endLabel;
-  std::string text = FigureLines(sound, kMargin + width + endLabel);
+  const int width = std::clamp(style.columns - 1, kFewestColumns, kMostColumns) - kLabelColumns - endLabel;
+  std::string text = FigureLines(sound, kLabelColumns + width + endLabel);
   text += Waveform(sound, width, style) + SpectrumLine(sound, width, style);
   if (toneHz > SoundSummary::kLowestHz && toneHz < sound.highestHz) {
     const int place = static_cast<int>(SpectrumPosition(sound, toneHz) * width);
-    text += fmt::format("{:{}}^ tone, {}\n", "", kMargin + place, FrequencyText(toneHz));
+    text += fmt::format("{:{}}^ tone, {}\n", "", kLabelColumns + place, FrequencyText(toneHz));
   }
   return text + SpectrumScale(style);
 }

@@ -22,7 +22,7 @@ Failure NoProcess(const char* operation) {
           "Close other programs and try again."};
 }
 
-HANDLE HandleOf(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+HANDLE ProcessOf(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
 std::intptr_t NumberOf(HANDLE handle) { return reinterpret_cast<std::intptr_t>(handle); }
 
 // A pipe of which the process to come gets one end.
@@ -60,14 +60,14 @@ DetachedProcess::DetachedProcess(const std::string& command) {
 
 DetachedProcess::~DetachedProcess() {
   for (const std::intptr_t handle : {channel_, output_, process_}) {
-    if (handle != -1) CloseHandle(HandleOf(handle));
+    if (handle != -1) CloseHandle(ProcessOf(handle));
   }
 }
 
 void DetachedProcess::SendLine(const std::string& line) {
   const std::string whole = line + "\n";
   DWORD written = 0;
-  WriteFile(HandleOf(channel_), whole.data(), static_cast<DWORD>(whole.size()), &written, nullptr);
+  WriteFile(ProcessOf(channel_), whole.data(), static_cast<DWORD>(whole.size()), &written, nullptr);
 }
 
 std::string DetachedProcess::ReceiveLine() {
@@ -75,10 +75,10 @@ std::string DetachedProcess::ReceiveLine() {
   for (const ULONGLONG end = GetTickCount64() + kReceiveMilliseconds; GetTickCount64() < end;) {
     DWORD available = 0, got = 0;
     char byte = 0;
-    if (!PeekNamedPipe(HandleOf(output_), nullptr, 0, nullptr, &available, nullptr)) return "";
+    if (!PeekNamedPipe(ProcessOf(output_), nullptr, 0, nullptr, &available, nullptr)) return "";
     if (available == 0) {
       Sleep(1);
-    } else if (!ReadFile(HandleOf(output_), &byte, 1, &got, nullptr) || got != 1) {
+    } else if (!ReadFile(ProcessOf(output_), &byte, 1, &got, nullptr) || got != 1) {
       return "";
     } else if (byte == '\n') {
       // The other end's stream may write lines as Windows has them.
@@ -91,6 +91,6 @@ std::string DetachedProcess::ReceiveLine() {
   return "";
 }
 
-void DetachedProcess::AwaitEnd() { WaitForSingleObject(HandleOf(process_), kEndMilliseconds); }
+void DetachedProcess::AwaitEnd() { WaitForSingleObject(ProcessOf(process_), kEndMilliseconds); }
 
 }  // namespace host

@@ -37,7 +37,7 @@ std::string ReadAll(HANDLE handle) {
   return content;
 }
 
-HANDLE HandleOf(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+HANDLE FileOf(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
 
 std::optional<std::intptr_t> Held(const fs::path& file, DWORD disposition) {
   const HANDLE handle = Open(file, disposition);
@@ -64,13 +64,13 @@ std::optional<LockedFile> LockedFile::HoldOrMake(const fs::path& file) {
 }
 
 LockedFile::~LockedFile() {
-  if (handle_ != -1) CloseHandle(HandleOf(handle_));
+  if (handle_ != -1) CloseHandle(FileOf(handle_));
 }
 
-std::string LockedFile::Read() const { return ReadAll(HandleOf(handle_)); }
+std::string LockedFile::Read() const { return ReadAll(FileOf(handle_)); }
 
 void LockedFile::Write(const std::string& content) const {
-  const HANDLE handle = HandleOf(handle_);
+  const HANDLE handle = FileOf(handle_);
   DWORD written = 0;
   SetFilePointer(handle, 0, nullptr, FILE_BEGIN);
   const bool isWhole = SetEndOfFile(handle) != 0 &&
@@ -85,7 +85,7 @@ void LockedFile::Rename(const fs::path& file) {
   auto* const info = reinterpret_cast<FILE_RENAME_INFO*>(buffer.data());
   info->FileNameLength = static_cast<DWORD>(name.size() * sizeof(wchar_t));
   name.copy(info->FileName, name.size());
-  if (!SetFileInformationByHandle(HandleOf(handle_), FileRenameInfo, info, static_cast<DWORD>(buffer.size()))) {
+  if (!SetFileInformationByHandle(FileOf(handle_), FileRenameInfo, info, static_cast<DWORD>(buffer.size()))) {
     throw Refused(file);
   }
   path_ = file;
@@ -93,7 +93,7 @@ void LockedFile::Rename(const fs::path& file) {
 
 void LockedFile::Remove() {
   FILE_DISPOSITION_INFO info{TRUE};
-  SetFileInformationByHandle(HandleOf(handle_), FileDispositionInfo, &info, sizeof info);
+  SetFileInformationByHandle(FileOf(handle_), FileDispositionInfo, &info, sizeof info);
 }
 
 std::string ReadHeldFile(const fs::path& file) {

@@ -21,7 +21,7 @@ using Members = std::vector<std::pair<std::string_view, std::string>>;
 
 std::string Quoted(std::string_view name) { return '"' + std::string(name) + '"'; }
 
-std::string Object(const Members& members) {
+std::string JsonObject(const Members& members) {
   std::string text;
   for (const auto& [key, value] : members) text += (text.empty() ? "" : ",") + Quoted(key) + ':' + value;
   return '{' + text + '}';
@@ -100,16 +100,16 @@ struct ArgumentValue {
 std::string EndpointText(const EndpointState& endpoint) {
   constexpr const char* kFlows[] = {"render", "capture"};
   constexpr const char* kRoles[] = {"console", "multimedia", "communications"};
-  return Object({{"id", Text(endpoint.id)},
-                 {"name", Text(endpoint.name)},
-                 {"flow", Quoted(kFlows[endpoint.key.flow])},
-                 {"state", Quoted(NameOfState(endpoint.state))},
-                 {"default", List(endpoint.defaultRoles, [&](ERole role) { return Quoted(kRoles[role]); })},
-                 {"levels", List(endpoint.levels, Number)},
-                 {"muted", Flag(endpoint.muted)},
-                 {"format", Object({{"channels", std::to_string(endpoint.format.channels)},
-                                    {"rate", std::to_string(endpoint.format.rate)},
-                                    {"bits", std::to_string(endpoint.format.bits)}})}});
+  return JsonObject({{"id", Text(endpoint.id)},
+                     {"name", Text(endpoint.name)},
+                     {"flow", Quoted(kFlows[endpoint.key.flow])},
+                     {"state", Quoted(NameOfState(endpoint.state))},
+                     {"default", List(endpoint.defaultRoles, [&](ERole role) { return Quoted(kRoles[role]); })},
+                     {"levels", List(endpoint.levels, Number)},
+                     {"muted", Flag(endpoint.muted)},
+                     {"format", JsonObject({{"channels", std::to_string(endpoint.format.channels)},
+                                            {"rate", std::to_string(endpoint.format.rate)},
+                                            {"bits", std::to_string(endpoint.format.bits)}})}});
 }
 
 std::string CallText(const TraceEntry& entry) {
@@ -119,9 +119,9 @@ std::string CallText(const TraceEntry& entry) {
   for (const Argument& argument : entry.arguments) {
     arguments.emplace_back(argument.name, std::visit(ArgumentValue(), argument.value));
   }
-  call.emplace_back("arguments", Object(arguments));
+  call.emplace_back("arguments", JsonObject(arguments));
   call.emplace_back("status", std::to_string(entry.status));
-  return Object(call);
+  return JsonObject(call);
 }
 
 }  // namespace
@@ -139,18 +139,18 @@ std::string StateText(Backend& backend, const Journal& journal) {
     state.emplace_back("status", std::to_string(status));
   }
   if (server) {
-    state.emplace_back("server", Object({{"name", Text(server->name)}, {"version", Text(server->version)}}));
+    state.emplace_back("server", JsonObject({{"name", Text(server->name)}, {"version", Text(server->version)}}));
   }
   state.emplace_back("endpoints", List(endpoints, EndpointText));
   if (const std::optional<Refusal>& refusal = journal.LastRefusal()) {
     state.emplace_back("lastRefusal",
-                       Object({{"operation", Quoted(kOperations[refusal->operation.Index()])},
-                               {"endpoint", refusal->endpoint == nullptr ? "null" : Text(refusal->endpoint->name)},
-                               {"status", std::to_string(refusal->status)}}));
+                       JsonObject({{"operation", Quoted(kOperations[refusal->operation.Index()])},
+                                   {"endpoint", refusal->endpoint == nullptr ? "null" : Text(refusal->endpoint->name)},
+                                   {"status", std::to_string(refusal->status)}}));
   }
   if (journal.IsTraced()) state.emplace_back("trace", List(journal.Trace(), CallText));
   if (journal.UntracedCalls() > 0) state.emplace_back("untracedCalls", std::to_string(journal.UntracedCalls()));
-  return Object(state);
+  return JsonObject(state);
 }
 
 }  // namespace platform

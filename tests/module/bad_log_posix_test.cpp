@@ -6,7 +6,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const BadLog kBadLogs[] = {
+const BadLog kBadLinks[] = {
     {"no_parent", [](const fs::path& log) { fs::create_symlink("missing/deeper", log); }, "(null)"},
     {"cannot_be_examined", [](const fs::path& log) { fs::create_symlink("log", log); }, "(null)"},
     {"full_disk",
@@ -37,7 +37,7 @@ TEST(LogTest, ACallOnNoPlatformSaysWhatTheHostMissed) {
   EXPECT_NE(module.Play(kPlayContract).find(ReturnCode(ZQRMT_RETURN_PLATFORM)), std::string::npos);
 }
 
-INSTANTIATE_TEST_SUITE_P(Links, BadLogTest, testing::ValuesIn(kBadLogs),
+INSTANTIATE_TEST_SUITE_P(Links, BadLogTest, testing::ValuesIn(kBadLinks),
                          [](const auto& test) { return std::string(test.param.name); });
 
 }  // namespace

@@ -6,11 +6,11 @@
 
 namespace {
 
-const BadLog kBadLogs[] = {
+const BadLog kWindowsBadLogs[] = {
     {"no_parent", [](const std::filesystem::path& log) { std::filesystem::remove_all(log.parent_path()); }, "(null)"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Windows, BadLogTest, testing::ValuesIn(kBadLogs),
+INSTANTIATE_TEST_SUITE_P(Windows, BadLogTest, testing::ValuesIn(kWindowsBadLogs),
                          [](const auto& test) { return std::string(test.param.name); });
 
 // Another program has the live log open and shares it, or doesn't.
