@@ -34,6 +34,7 @@ class BadInput(HostTest):
             (BAD_INPUT, "subcommand is required", [], {}),
             (BAD_INPUT, "There is no option '--loud' of 'list'.", ["list", "--loud"], {}),
             (BAD_INPUT, "no option '--rendr' of 'record'; did you mean '--render'?", ["record", "--rendr=x"], {}),
+            (BAD_INPUT, "--color:  not in {auto,always,never}", ["--color", "", "list"], {}),
             (BAD_INPUT, "'--plot' of 'record' must stand behind the command", ["--plot", "x", "record"], {}),
             (BAD_INPUT, "no command 'recrod'; did you mean 'record'?", ["recrod", "mic", "--render", "speaker"], {}),
             (BAD_INPUT, "no command 'repeat PLEY'; did you mean 'repeat play'?", ["repeat", "PLEY"], {}),
@@ -67,6 +68,8 @@ class BadInput(HostTest):
             os.mkdir(os.path.join(self.directory, "log"))
             os.mkfifo(os.path.join(self.directory, "log", "ZQRMLOG.LOG"))
             cases.append((BAD_INPUT, "'/proc/self/mem' can't be read: Input/output error", ["check", "/proc/self/mem"], {}))
+            os.symlink("loop", os.path.join(self.directory, "loop"))
+            cases.append((BAD_INPUT, "Too many levels of symbolic links", ["list"], {"machine": "virtual:loop"}))
             for name in ["pipe", "/dev/zero"]:
                 cases += [
                     (BAD_INPUT, f"'{name}' can't be read: it is a folder, a pipe", ["check", name], {}),
@@ -148,7 +151,8 @@ class Tests(HostTest):
 
     def test_a_test_that_does_not_pass_says_why(self):
         for status, advice in [(0x88890026, "suspended"), (0x88890010, "ended or stopped"), (0x88890004, "went away"),
-                               (0x8889000A, "holds the endpoint"), (0x80004005, "refused an operation")]:
+                               (0x8889000A, "holds the endpoint"), (0x80070490, "no such endpoint"), (0x80070005, "privacy settings"),
+                               (0x80004005, "refused an operation")]:
             fault = {"operation": "IAudioClient::Start", "call": 1, "status": status - 2**32}
             self.write("faulty.json", json.dumps({**MACHINE, "faults": [fault]}).encode())
             for command, name in [("play", "Speaker"), ("record", "Microphone")]:

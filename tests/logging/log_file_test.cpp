@@ -49,7 +49,11 @@ TEST_F(LoggerTest, LogFileNamesFollowTheRules) {
 TEST_F(LoggerTest, RedirectFileNamesTheDirectory) {
   EXPECT_EQ(Logger("source", 0).Path(), live);
   const std::pair<std::string, std::string> kRows[] = {
-      {"..", live}, {"/else where~", "/else where~/ZQRMLOG.LOG"}, {"/x\n", "/x\n/ZQRMLOG.LOG"}, {"", "/ZQRMLOG.LOG"}};
+      {"..", live},
+      {"/else where~", "/else where~/ZQRMLOG.LOG"},
+      {"/x\n", "/x\n/ZQRMLOG.LOG"},
+      {"", "/ZQRMLOG.LOG"},
+      {"/" + std::string(65536, 'x'), "/" + std::string(65535, 'x') + "/ZQRMLOG.LOG"}};
   for (const auto& [contents, path] : kRows) {
     Write(directory + "/zqlgrphf.lef", Native(contents));
     EXPECT_EQ(Logger("source", 0).Path(), Native(path));

@@ -81,6 +81,18 @@ TEST_P(FaultSweep, EachFailingCallEndsTheTestAndLeavesWhatWasSet) {
   }
 }
 
+TEST(EmptyHanded, WhatAnOperationDoesNotHandOutIsNotUsed) {
+  ModuleUnderTest module;
+  for (const std::string operation :
+       {"CoCreateInstance", "IMMDeviceEnumerator::EnumAudioEndpoints", "IMMDeviceEnumerator::GetDefaultAudioEndpoint",
+        "IMMDeviceCollection::Item", "IMMDevice::Activate", "IMMDevice::GetId", "IMMDevice::OpenPropertyStore",
+        "IPropertyStore::GetValue", "IAudioClient::GetService", "IAudioRenderClient::GetBuffer"}) {
+    module.StartMachine(QuietMachine(R"({"operation": ")" + operation + R"(", "status": 0, "sticky": true})"));
+    const std::string reply = module.Call("AudioRecordTest", kRecordContract);
+    EXPECT_NE(reply.find("Microsoft API Error"), std::string::npos) << operation << ' ' << reply;
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Sequences, FaultSweep, testing::ValuesIn(kSweeps),
                          [](const auto& test) { return std::string(test.param.name); });
 

@@ -214,7 +214,7 @@ TEST_F(VirtualMachine, CarriesOutAnObserversCallsButNeitherTracesNorCountsThem) 
 TEST_F(VirtualMachine, RefusesADescriptionWithAMistake) {
   const auto path = [](const char* condition) { return With("", ", \"path\": [{" + std::string(condition) + "}]"); };
   const std::pair<std::string, const char*> cases[] = {
-      {"{\n \"clock\": \"virtual\",\n}", "line 3, column 1: not JSON"},
+      {"{\n \"clock\": \"virtual\",\n}", "line 3, column 1: not JSON: syntax error while parsing object key"},
       {"{\n\"seed\": 1e999}", "line 2, column 13: a number is too large"},
       {std::string(300000, '['), "line 1, column 300001: not JSON"},
       {std::string(300000, '[') + std::string(300000, ']'), "the description: must be an object, not a list"},

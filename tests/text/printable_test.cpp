@@ -4,6 +4,15 @@
 
 namespace {
 
+TEST(ToUtf8, ReplacesHalfACharacter) {
+  EXPECT_EQ(text::ToUtf8(u"\xD83D\xDE00"
+                         u"a\xD83D"
+                         u"b\xDE00\xD83D"),
+            "\U0001F600"
+            "a\uFFFD"
+            "b\uFFFD\uFFFD");
+}
+
 TEST(Printable, ShowsWhatCouldSteerATerminalOrTurnTheWriting) {
   const std::pair<const char*, const char*> kCases[] = {
       {"H\u00F6rmuschel \U0001F3A7 ~", "H\u00F6rmuschel \U0001F3A7 ~"},
