@@ -158,6 +158,7 @@ TEST_F(VirtualMachine, TracesCallsAndCountsItsObjects) {
   Sleep(15);
   for (const char* piece :
        {R"({"platform":"virtual","liveObjects":1,"endpoints":[{"id":"speaker","name":"speaker","flow":"render",)",
+        R"({"id":"mic","name":"mic","flow":"capture","state":"active",)",
         R"("state":"active","default":["console"],"levels":[0.1],"muted":false,"format":{"channels":2,"rate":48000,)",
         R"("trace":[{"operation":"CoCreateInstance","arguments":{"interface":"IMMDeviceEnumerator"},"status":0},)",
         R"("interface":"{01234567-89AB-CDEF-0102-030405060708}")",
@@ -266,6 +267,8 @@ TEST_F(VirtualMachine, RefusesADescriptionWithAMistake) {
                "There is no audio platform \"virtuall\"; there are \"virtual\", \"virtual:FILE\", "
                "\"pulse\" and \"pulse:SERVER\".");
 #endif
+  EXPECT_TRUE(Become(With("") + std::string((std::size_t{1} << 24) - With("").size(), ' '))) << "16 MiB, the most";
+  ASSERT_TRUE(Become(With("")));
   for (const char* name : {"virtual:/no/such/file", "virtual:/", "virtuall", ""}) {
     EXPECT_LT(AudioPlatformInitialize(name), 0) << name;
     EXPECT_STRNE(AudioPlatformError(), "") << name;
