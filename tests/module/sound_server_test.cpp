@@ -78,6 +78,22 @@ TEST_F(SoundServer, ListsAnEndpointBeforeOneWhoseIdIsAPieceOfItsOwn) {
   EXPECT_LT(state.find(R"("id":"speaker.2.monitor")"), state.size());
 }
 
+TEST_F(SoundServer, TellsThePlaceOfEachChannel) {
+  // Every second place, so that one that is taken for its neighbour shows, and the last.
+  ASSERT_EQ(std::system("pactl load-module module-null-sink sink_name=ten channels=10 channel_map=front-left,front-center,"
+                        "rear-left,front-left-of-center,rear-center,side-right,top-front-left,top-front-right,"
+                        "top-rear-center,top-rear-right"),
+            0);
+  ComPtr<IMMDevice> device;
+  ComPtr<IPropertyStore> store;
+  PROPVARIANT value;
+  ASSERT_EQ(Enumerator()->GetDevice(Wide(u"ten"), device.Receive()), S_OK);
+  ASSERT_EQ(device->OpenPropertyStore(STGM_READ, store.Receive()), S_OK);
+  ASSERT_EQ(store->GetValue(PKEY_AudioEngine_DeviceFormat, &value), S_OK);
+  EXPECT_EQ(reinterpret_cast<const WAVEFORMATEXTENSIBLE*>(value.blob.pBlobData)->dwChannelMask, 0x35555U);
+  EXPECT_EQ(PropVariantClear(&value), S_OK);
+}
+
 // What this process holds: threads, open files, shared memory.
 std::array<std::ptrdiff_t, 3> Held() {
   const auto entries = [](const char* folder) {
