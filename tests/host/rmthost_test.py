@@ -69,6 +69,8 @@ class BadInput(HostTest):
             os.mkdir(os.path.join(self.directory, "log"))
             os.mkfifo(os.path.join(self.directory, "log", "ZQRMLOG.LOG"))
             cases.append((BAD_INPUT, "'/proc/self/mem' can't be read: Input/output error", ["check", "/proc/self/mem"], {}))
+            cases.append((BAD_INPUT, 'There is no audio platform "virtuall"; there are "virtual", "virtual:FILE", "pulse" and '
+                          '"pulse:SERVER".', ["list"], {"machine": "virtuall"}))
             os.symlink("loop", os.path.join(self.directory, "loop"))
             cases.append((BAD_INPUT, "Too many levels of symbolic links", ["list"], {"machine": "virtual:loop"}))
             for name in ["pipe", "/dev/zero"]:

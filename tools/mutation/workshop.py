@@ -63,7 +63,8 @@ class Workshop:
         self.tree, self.source, self.folder, self.jobs = copied(root, folder), folder / "source", folder / "build", jobs
         # The build runs no test, unconfined as it is.
         output_of("cmake", "-S", self.source, "-B", self.folder, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", *flavour,
-                  "-DCMAKE_UNITY_BUILD=OFF", f"-DZQRMT_LOG_DIRECTORY={self.folder}/log", "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST")
+                  "-DCMAKE_UNITY_BUILD=OFF", f"-DZQRMT_LOG_DIRECTORY={self.folder}/log",
+                  "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST")
         self.unchanged = {}
         self.unchanged = self.build()
         if not self.unchanged:
