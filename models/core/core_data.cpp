@@ -9,7 +9,7 @@ using enum json::WriteLine::Shows;
 
 constexpr const char* kAdding = "adding member to coreData:";
 
-constexpr json::Field kFields[] = {
+constexpr json::Field kCoreDataFields[] = {
     json::row<&CoreData::TimeStamp>(
         u"TimeStamp",
         {.id = 7600, .beforeWrite = {7617, kAdding, kKey}, .afterWrite = {7618, "Serialize TimeStamp:", kValue}}),
@@ -29,14 +29,14 @@ constexpr json::Field kFields[] = {
     json::row<&CoreData::TaskArguments>(u"TaskArguments", {.id = 7614, .line = "No Task Arguments set."}),
     json::row<&CoreData::DriverInfoList>(u"DriverInfoList", {.id = 7609, .line = "No DriverInfo to set."}),
 };
-constexpr json::RecordTable kTable = json::Table({.name = "CoreData",
-                                                  .fields = kFields,
-                                                  .newDocumentId = 7615,
-                                                  .startLine = {7616, "Starting serialization in CoreData"},
-                                                  .completeId = 7623});
+constexpr json::RecordTable kCoreDataTable = json::Table({.name = "CoreData",
+                                                          .fields = kCoreDataFields,
+                                                          .newDocumentId = 7615,
+                                                          .startLine = {7616, "Starting serialization in CoreData"},
+                                                          .completeId = 7623});
 
 }  // namespace
 
-const json::RecordTable& CoreData::Table() { return kTable; }
+const json::RecordTable& CoreData::Table() { return kCoreDataTable; }
 
 }  // namespace ZQ_RMT_MODELS

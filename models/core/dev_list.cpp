@@ -10,25 +10,27 @@ namespace {
 
 using logging::GetModelLogger;
 
-constexpr json::Field kEntryFields[] = {
+constexpr json::Field kDevListEntryFields[] = {
     json::row<&DevListEntry::Name>(u"Name"),
     json::row<&DevListEntry::DeviceID>(u"DeviceID"),
     json::row<&DevListEntry::DeviceInstanceID>(u"DeviceInstanceID"),
     json::row<&DevListEntry::DUID>(u"DUID"),
     json::row<&DevListEntry::Type>(u"Type"),
 };
-constexpr json::RecordTable kEntryTable = json::Table(
-    {.name = "DevListEntry", .fields = kEntryFields, .logsDeserializeEntry = false, .logsSerializeEntry = false});
+constexpr json::RecordTable kDevListEntryTable = json::Table({.name = "DevListEntry",
+                                                              .fields = kDevListEntryFields,
+                                                              .logsDeserializeEntry = false,
+                                                              .logsSerializeEntry = false});
 
-constexpr json::Field kFields[] = {
+constexpr json::Field kDevListFields[] = {
     json::row<&DevList::TotalCount>(u"TotalCount", {.id = 7901}),
     json::row<&DevList::CurrentIndex>(u"CurrentIndex", {.id = 7901, .note = "-1 unless set"}),
     json::row<&DevList::Segment>(
         u"Segment", {.note = "comes back 20 entries at a time: those of the segment that CurrentIndex counts, from 0"}),
 };
-constexpr json::RecordTable kTable =
+constexpr json::RecordTable kDevListTable =
     json::Table({.name = "DevList",
-                 .fields = kFields,
+                 .fields = kDevListFields,
                  .note = "Comes back as an empty object when `CurrentIndex` is missing or negative."});
 
 void AddNumber(json::Value& object, std::u16string_view key, std::int32_t number, json::Document& document) {
@@ -39,13 +41,13 @@ void AddNumber(json::Value& object, std::u16string_view key, std::int32_t number
 
 }  // namespace
 
-const json::RecordTable& DevListEntry::Table() { return kEntryTable; }
+const json::RecordTable& DevListEntry::Table() { return kDevListEntryTable; }
 
-void DevList::Deserialize(const json::Value* value) { json::ReadRecord(kTable, this, value); }
+void DevList::Deserialize(const json::Value* value) { json::ReadRecord(kDevListTable, this, value); }
 
 json::Serialized DevList::Serialize(json::Document* inComingDoc) const {
   GetModelLogger().LogDebug3(0, "Entering DevList::Serialize()", 0.0);
-  json::Serialized result = json::BeginObject(inComingDoc, json::kSilent, std::size(kFields));
+  json::Serialized result = json::BeginObject(inComingDoc, json::kSilent, std::size(kDevListFields));
   if (CurrentIndex < 0) return result;
   json::Document& document = inComingDoc != nullptr ? *inComingDoc : *result.document;
   AddNumber(result.value, u"TotalCount", TotalCount, document);
@@ -71,6 +73,6 @@ json::Serialized DevList::Serialize(json::Document* inComingDoc) const {
   return result;
 }
 
-const json::RecordTable& DevList::Table() { return kTable; }
+const json::RecordTable& DevList::Table() { return kDevListTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -20,24 +20,27 @@ json::ReadResult ReadValues(const json::Reading& reading, void* target) {
 }
 constexpr json::Kind kValues = {.read = ReadValues, .write = TextList::Write, .name = TextList::kind.name};
 
-constexpr json::Field kPropFields[] = {
+constexpr json::Field kDevPropFields[] = {
     json::row<&DevProp::Name>(u"Name"),
     json::row<&DevProp::Type>(u"Type"),
     json::row<&DevProp::IsArray>(u"IsArray"),
     json::row<&DevProp::ValueArray, kValues>(u"ValueArray",
                                              {.note = "an element of another kind gives the empty text"}),
 };
-constexpr json::RecordTable kPropTable = json::Table({.name = "DevProp", .fields = kPropFields, .completeId = 781});
+constexpr json::RecordTable kDevPropTable =
+    json::Table({.name = "DevProp", .fields = kDevPropFields, .completeId = 781});
 
 constexpr json::ListLines kLines = {"Serialize Properties Array", "Properties.size():", nullptr};
-constexpr json::Field kFields[] = {json::row<&DevProperties::Properties>(u"Properties", {.list = &kLines})};
-constexpr json::RecordTable kTable = json::Table({.name = "DevProperties", .fields = kFields});
+constexpr json::Field kDevPropertiesFields[] = {
+    json::row<&DevProperties::Properties>(u"Properties", {.list = &kLines})};
+constexpr json::RecordTable kDevPropertiesTable =
+    json::Table({.name = "DevProperties", .fields = kDevPropertiesFields});
 
 }  // namespace
 
 PropValue DevProp::Deserialize(const json::Value* value) {
   *this = DevProp();
-  json::ReadRecord(kPropTable, this, value);
+  json::ReadRecord(kDevPropTable, this, value);
   PropValue entry;
   if (json::IsAbsentRecord(value)) return entry;
   json::GetStringMember(*value, u"Name", &entry.Name);
@@ -49,10 +52,10 @@ PropValue DevProp::Deserialize(const json::Value* value) {
 }
 
 json::Serialized DevProp::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kPropTable, this, inComingDoc);
+  return json::WriteRecord(kDevPropTable, this, inComingDoc);
 }
 
-const json::RecordTable& DevProp::Table() { return kPropTable; }
+const json::RecordTable& DevProp::Table() { return kDevPropTable; }
 
 std::unique_ptr<PropertySet> DevProperties::Deserialize(const json::Value* value) {
   auto set = std::make_unique<PropertySet>();
@@ -68,12 +71,12 @@ std::unique_ptr<PropertySet> DevProperties::Deserialize(const json::Value* value
 }
 
 json::Serialized DevProperties::Serialize(json::Document* inComingDoc) const {
-  json::Serialized result = json::WriteRecord(kTable, this, inComingDoc);
+  json::Serialized result = json::WriteRecord(kDevPropertiesTable, this, inComingDoc);
   // This line names the list and not the record. Log readers rely on that.
   GetModelLogger().LogDebug2(782, "Serialize Complete:Properties Array", 0.0);
   return result;
 }
 
-const json::RecordTable& DevProperties::Table() { return kTable; }
+const json::RecordTable& DevProperties::Table() { return kDevPropertiesTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -43,7 +43,7 @@ constexpr json::Kind kStorage = {
     .read = ReadStorage, .write = Storage::Write, .name = Storage::kind.name, .record = MassStorageData::Table};
 
 // Several rows share an id. Log readers rely on the numbers as they are.
-constexpr json::Field kFields[] = {
+constexpr json::Field kDeviceInfoFields[] = {
     json::row<&DeviceInfo::DeviceID>(u"DeviceID", {.id = 7901}),
     json::row<&DeviceInfo::DeviceInstanceID>(u"DeviceInstanceID", {.id = 7902}),
     json::row<&DeviceInfo::Name>(u"Name", {.id = 7903}),
@@ -65,10 +65,11 @@ constexpr json::Field kFields[] = {
     json::row<&DeviceInfo::BatteryData>(u"BatteryData", {.id = 7918, .line = "No Battery Data to set."}),
     json::row<&DeviceInfo::KeyboardData>(u"KeyboardData"),
 };
-constexpr json::RecordTable kTable = json::Table({.name = "DeviceInfo", .fields = kFields, .completeId = 7919});
+constexpr json::RecordTable kDeviceInfoTable =
+    json::Table({.name = "DeviceInfo", .fields = kDeviceInfoFields, .completeId = 7919});
 
 }  // namespace
 
-const json::RecordTable& DeviceInfo::Table() { return kTable; }
+const json::RecordTable& DeviceInfo::Table() { return kDeviceInfoTable; }
 
 }  // namespace ZQ_RMT_MODELS

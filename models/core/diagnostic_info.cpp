@@ -19,7 +19,7 @@ json::ReadResult ReadData(const json::Reading& reading, void* target) {
 constexpr json::Kind kData = {
     .read = ReadData, .write = json::KindOf<std::vector<DiagData>>::Write, .name = "list of lists of pairs"};
 
-constexpr json::Field kFields[] = {
+constexpr json::Field kDiagnosticInfoFields[] = {
     json::row<&DiagnosticInfo::DiagnosticName>(u"DiagnosticName", {.id = 7001, .line = "Set DIAGNOSTIC_NAME:"}),
     json::row<&DiagnosticInfo::DiagnosticID>(u"DiagnosticID", {.id = 7002, .line = "Set DIAGNOSTIC_ID:"}),
     json::row<&DiagnosticInfo::DiagnosticActivationRequirement>(
@@ -33,8 +33,8 @@ constexpr json::Field kFields[] = {
         {.note = "each list an array of objects of one member each, the name and its text; comes back "
                  "sorted by name, the first of two like names; an element that is no array gives []"}),
 };
-constexpr json::RecordTable kTable =
-    json::Table({.name = "DiagnosticInfo", .fields = kFields, .logsSerializeEntry = false, .completeId = 7006});
+constexpr json::RecordTable kDiagnosticInfoTable = json::Table(
+    {.name = "DiagnosticInfo", .fields = kDiagnosticInfoFields, .logsSerializeEntry = false, .completeId = 7006});
 
 }  // namespace
 
@@ -50,6 +50,6 @@ json::Serialized DiagData::Serialize(json::Document* inComingDoc) const {
   return result;
 }
 
-const json::RecordTable& DiagnosticInfo::Table() { return kTable; }
+const json::RecordTable& DiagnosticInfo::Table() { return kDiagnosticInfoTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -5,27 +5,27 @@
 namespace ZQ_RMT_MODELS {
 namespace {
 
-constexpr json::Field kEventFields[] = {
+constexpr json::Field kEventModelFields[] = {
     json::row<&EventModel::EventID>(u"EventID"),
     json::row<&EventModel::Payload>(u"Payload"),
     json::row<&EventModel::Source>(u"Source"),
     json::row<&EventModel::Severity>(u"Severity"),
 };
-constexpr json::RecordTable kEventTable = json::Table({.name = "EventModel",
-                                                       .fields = kEventFields,
-                                                       .logsDeserializeEntry = false,
-                                                       .logsSerializeEntry = false,
-                                                       .completeId = 777});
+constexpr json::RecordTable kEventModelTable = json::Table({.name = "EventModel",
+                                                            .fields = kEventModelFields,
+                                                            .logsDeserializeEntry = false,
+                                                            .logsSerializeEntry = false,
+                                                            .completeId = 777});
 
 // The event of the process, which all EventLoggerData records read and write.
 struct ProcessEvent {
   std::unique_ptr<EventModel> evModel = std::make_unique<EventModel>();
 } processEvent;
 
-constexpr json::Field kFields[] = {json::row<&ProcessEvent::evModel>(u"evModel")};
-constexpr json::RecordTable kTable =
+constexpr json::Field kProcessEventFields[] = {json::row<&ProcessEvent::evModel>(u"evModel")};
+constexpr json::RecordTable kProcessEventTable =
     json::Table({.name = "EventLoggerData",
-                 .fields = kFields,
+                 .fields = kProcessEventFields,
                  .logsDeserializeEntry = false,
                  .logsSerializeEntry = false,
                  .completeId = 778,
@@ -33,14 +33,16 @@ constexpr json::RecordTable kTable =
 
 }  // namespace
 
-const json::RecordTable& EventModel::Table() { return kEventTable; }
+const json::RecordTable& EventModel::Table() { return kEventModelTable; }
 
-void EventLoggerData::Deserialize(const json::Value* value) { json::ReadRecord(kTable, &processEvent, value); }
-
-json::Serialized EventLoggerData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, &processEvent, inComingDoc);
+void EventLoggerData::Deserialize(const json::Value* value) {
+  json::ReadRecord(kProcessEventTable, &processEvent, value);
 }
 
-const json::RecordTable& EventLoggerData::Table() { return kTable; }
+json::Serialized EventLoggerData::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kProcessEventTable, &processEvent, inComingDoc);
+}
+
+const json::RecordTable& EventLoggerData::Table() { return kProcessEventTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -9,9 +9,9 @@ namespace {
 
 constexpr std::size_t kStackCapacity = 1024;
 
-constexpr json::Field kFields[] = {json::row<&RMTDataContract::CoreData>(u"CoreData", {.id = 7501})};
-constexpr json::RecordTable kTable =
-    json::Table({.name = "RMTDataContract", .fields = kFields, .newDocumentId = 0, .completeId = 789});
+constexpr json::Field kRMTDataContractFields[] = {json::row<&RMTDataContract::CoreData>(u"CoreData", {.id = 7501})};
+constexpr json::RecordTable kRMTDataContractTable =
+    json::Table({.name = "RMTDataContract", .fields = kRMTDataContractFields, .newDocumentId = 0, .completeId = 789});
 
 }  // namespace
 
@@ -23,13 +23,15 @@ bool RMTDataContract::Deserialize(const std::u16string& text) {
   return Deserialize(document);
 }
 
-bool RMTDataContract::Deserialize(const json::Value& value) { return json::ReadRecord(kTable, this, &value); }
-
-json::Serialized RMTDataContract::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, this, inComingDoc);
+bool RMTDataContract::Deserialize(const json::Value& value) {
+  return json::ReadRecord(kRMTDataContractTable, this, &value);
 }
 
-const json::RecordTable& RMTDataContract::Table() { return kTable; }
+json::Serialized RMTDataContract::Serialize(json::Document* inComingDoc) const {
+  return json::WriteRecord(kRMTDataContractTable, this, inComingDoc);
+}
+
+const json::RecordTable& RMTDataContract::Table() { return kRMTDataContractTable; }
 
 std::u16string RMTDataContract::Serialize() const {
   json::Document document(nullptr, kStackCapacity);

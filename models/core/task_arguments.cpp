@@ -27,14 +27,14 @@ constexpr json::Kind kList = {.read = ReadList,
                               .linePrefix = "No ",
                               .lineSuffix = " to set."};
 
-constexpr json::Field kArgumentFields[] = {
+constexpr json::Field kArgumentDataFields[] = {
     json::row<&ArgumentData::TaskArgumentName>(u"TaskArgumentName"),
     json::row<&ArgumentData::TaskArgumentValue>(u"TaskArgumentValue"),
 };
-constexpr json::RecordTable kArgumentTable =
-    json::Table({.name = "ArgumentData", .fields = kArgumentFields, .logsSerializeEntry = false});
+constexpr json::RecordTable kArgumentDataTable =
+    json::Table({.name = "ArgumentData", .fields = kArgumentDataFields, .logsSerializeEntry = false});
 
-constexpr json::Field kFields[] = {
+constexpr json::Field kTaskArgumentsFields[] = {
     json::row<&TaskArguments::ArgumentList, kList>(
         u"ArgumentList",
         {.id = 8301,
@@ -42,9 +42,9 @@ constexpr json::Field kFields[] = {
          .note =
              "an element that lacks a key has the text of the element before it; what is no array is an empty list"}),
 };
-constexpr json::RecordTable kTable =
+constexpr json::RecordTable kTaskArgumentsTable =
     json::Table({.name = "TaskArguments",
-                 .fields = kFields,
+                 .fields = kTaskArgumentsFields,
                  .readName = "ZQ_RMT_MODELS::TaskArguments",
                  .newDocumentId = 0,
                  .startLine = {0, "Starting serialization in ZQ_RMT_MODELS::TaskArguments::"},
@@ -52,7 +52,7 @@ constexpr json::RecordTable kTable =
 
 }  // namespace
 
-const json::RecordTable& ArgumentData::Table() { return kArgumentTable; }
+const json::RecordTable& ArgumentData::Table() { return kArgumentDataTable; }
 
 void ArgumentList::Deserialize(const json::Value* value) {
   // This line and the one in Serialize name the class around this one. Log readers rely on that.
@@ -83,6 +83,6 @@ json::Serialized ArgumentList::Serialize(json::Document* inComingDoc) const {
   return result;
 }
 
-const json::RecordTable& TaskArguments::Table() { return kTable; }
+const json::RecordTable& TaskArguments::Table() { return kTaskArgumentsTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -5,13 +5,14 @@
 namespace ZQ_RMT_MODELS {
 namespace {
 
-constexpr json::Field kFields[] = {
+constexpr json::Field kCameraDataFields[] = {
     json::row<&CameraData::DeviceDescription>(u"DeviceDescription", {.id = 7401, .line = "Set DEVICE DESCRIPTION:"}),
 };
-constexpr json::RecordTable kTable = json::Table({.name = "CameraData", .fields = kFields, .completeId = 7402});
+constexpr json::RecordTable kCameraDataTable =
+    json::Table({.name = "CameraData", .fields = kCameraDataFields, .completeId = 7402});
 
 }  // namespace
 
-const json::RecordTable& CameraData::Table() { return kTable; }
+const json::RecordTable& CameraData::Table() { return kCameraDataTable; }
 
 }  // namespace ZQ_RMT_MODELS

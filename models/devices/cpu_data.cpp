@@ -5,7 +5,7 @@
 namespace ZQ_RMT_MODELS {
 namespace {
 
-constexpr json::Field kFields[] = {
+constexpr json::Field kCPUDataFields[] = {
     json::row<&CPUData::CoreCount>(u"CoreCount", {.id = 7801, .line = "Set CORE COUNT:"}),
     json::row<&CPUData::CoreSpeed>(u"CoreSpeed"),
     json::row<&CPUData::architecture>(u"architecture"),
@@ -20,10 +20,11 @@ constexpr json::Field kFields[] = {
     json::row<&CPUData::heatScore>(u"heatScore"),
     json::row<&CPUData::averageTemp>(u"averageTemp"),
 };
-constexpr json::RecordTable kTable = json::Table({.name = "CPUData", .fields = kFields, .completeId = 7802});
+constexpr json::RecordTable kCPUDataTable =
+    json::Table({.name = "CPUData", .fields = kCPUDataFields, .completeId = 7802});
 
 }  // namespace
 
-const json::RecordTable& CPUData::Table() { return kTable; }
+const json::RecordTable& CPUData::Table() { return kCPUDataTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -47,7 +47,7 @@ constexpr const char* kSmartNote =
     "(4 bytes), VendorSpecific (2 bytes) and threshold, each number a byte; a number or flag that is missing repeats "
     "the one before it in the object; RESERVED1 comes back as RESERVED2, and RESERVED2 is dropped";
 
-constexpr json::Field kFields[] = {
+constexpr json::Field kMassStorageDataFields[] = {
     json::row<&MassStorageData::di, kDevice>(u"di"),
     json::row<&MassStorageData::smartAttributes, kSmartAttributes>(u"smartAttributes", {.note = kSmartNote}),
     json::row<&MassStorageData::readCount>(u"readCount", {.id = 0}),
@@ -74,8 +74,8 @@ constexpr json::Field kFields[] = {
     json::row<&MassStorageData::IsNVMeRST>(u"IsNVMeRST", {.id = 0}),
     json::row<&MassStorageData::IsNVMeDSTSupport>(u"IsNVMeDSTSupport", {.id = 0}),
 };
-constexpr json::RecordTable kTable =
-    json::Table({.name = "MassStorageData", .fields = kFields, .logsDeserializeEntry = false, .completeId = 776});
+constexpr json::RecordTable kMassStorageDataTable = json::Table(
+    {.name = "MassStorageData", .fields = kMassStorageDataFields, .logsDeserializeEntry = false, .completeId = 776});
 
 }  // namespace
 
@@ -83,13 +83,13 @@ void MassStorageData::Deserialize(const json::Value* value) {
   if (json::IsAbsentRecord(value)) return;
   // Other records log that they are entered. This one logs this line instead.
   logging::GetModelLogger().LogDebug2(456, "Starting MassStorageData::Deserialize", 0.0);
-  json::ReadRecord(kTable, this, value);
+  json::ReadRecord(kMassStorageDataTable, this, value);
 }
 
 json::Serialized MassStorageData::Serialize(json::Document* inComingDoc) const {
-  return json::WriteRecord(kTable, this, inComingDoc);
+  return json::WriteRecord(kMassStorageDataTable, this, inComingDoc);
 }
 
-const json::RecordTable& MassStorageData::Table() { return kTable; }
+const json::RecordTable& MassStorageData::Table() { return kMassStorageDataTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -6,9 +6,9 @@
 namespace ZQ_RMT_MODELS {
 namespace {
 
-constexpr char kName[] = "NVME_HEALTH_INFO_LOG_STRUCT";
+constexpr char kHealthInfoLogName[] = "NVME_HEALTH_INFO_LOG_STRUCT";
 
-constexpr ImageField kFields[] = {
+constexpr ImageField kHealthInfoLogFields[] = {
     // Critical Warning, one bit for each condition.
     bits(u"AvailableSpaceLow", 0, 0, 0, {.id = 7701}),
     bits(u"TemperatureThreshold", 0, 1, 1, {.id = 7702}),
@@ -49,18 +49,21 @@ constexpr ImageField kFields[] = {
     number(u"TemperatureSensor8", 214, 16, {.id = 7719}),
     bytes(u"Reserved1", 216, 296),
 };
-static_assert(Covers(kFields, {}, 512));
-static_assert(std::size(kFields) == 32 && WrittenCount(kFields) == 30);
-static_assert(FirstBit(kFields, u"DataUnitRead") == 32 * 8 && FirstBit(kFields, u"TemperatureSensor1") == 200 * 8);
+static_assert(Covers(kHealthInfoLogFields, {}, 512));
+static_assert(std::size(kHealthInfoLogFields) == 32 && WrittenCount(kHealthInfoLogFields) == 30);
+static_assert(FirstBit(kHealthInfoLogFields, u"DataUnitRead") == 32 * 8 &&
+              FirstBit(kHealthInfoLogFields, u"TemperatureSensor1") == 200 * 8);
 
 }  // namespace
 
-void NVME_HEALTH_INFO_LOG_STRUCT::Deserialize(const json::Value* value) { ReadImage(kName, kFields, bytes, value); }
-
-json::Serialized NVME_HEALTH_INFO_LOG_STRUCT::Serialize(json::Document* inComingDoc) const {
-  return WriteImage(kName, kFields, bytes, inComingDoc);
+void NVME_HEALTH_INFO_LOG_STRUCT::Deserialize(const json::Value* value) {
+  ReadImage(kHealthInfoLogName, kHealthInfoLogFields, bytes, value);
 }
 
-std::span<const ImageField> NVME_HEALTH_INFO_LOG_STRUCT::Fields() { return kFields; }
+json::Serialized NVME_HEALTH_INFO_LOG_STRUCT::Serialize(json::Document* inComingDoc) const {
+  return WriteImage(kHealthInfoLogName, kHealthInfoLogFields, bytes, inComingDoc);
+}
+
+std::span<const ImageField> NVME_HEALTH_INFO_LOG_STRUCT::Fields() { return kHealthInfoLogFields; }
 
 }  // namespace ZQ_RMT_MODELS

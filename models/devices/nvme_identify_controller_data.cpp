@@ -6,9 +6,9 @@
 namespace ZQ_RMT_MODELS {
 namespace {
 
-constexpr char kName[] = "NVME_IDENTIFY_CONTROLLER_DATA_STRUCT";
+constexpr char kIdentifyControllerName[] = "NVME_IDENTIFY_CONTROLLER_DATA_STRUCT";
 
-constexpr ImageField kFields[] = {
+constexpr ImageField kIdentifyControllerFields[] = {
     // PCI vendor and subsystem vendor. The serial number, model number and firmware revision are ASCII, padded with
     // blanks.
     number(u"VID", 0, 16, {.id = 7101}),
@@ -247,22 +247,24 @@ constexpr ImageField kFields[] = {
     bytes(u"VS", 3072, 1024, {.written = false}),
 };
 // Without a key are bit 3 of CMIC and the power state descriptors.
-constexpr ImageGap kGaps[] = {{76 * 8 + 3, 1}, {2048 * 8, 1024 * 8}};
-static_assert(Covers(kFields, kGaps, 4096));
-static_assert(std::size(kFields) == 187 && WrittenCount(kFields) == 179);
-static_assert(FirstBit(kFields, u"VER") == 80 * 8 && FirstBit(kFields, u"SecurityCommands") == 256 * 8);
-static_assert(FirstBit(kFields, u"NN") == 516 * 8 && FirstBit(kFields, u"SUBNQN") == 768 * 8);
+constexpr ImageGap kIdentifyControllerGaps[] = {{76 * 8 + 3, 1}, {2048 * 8, 1024 * 8}};
+static_assert(Covers(kIdentifyControllerFields, kIdentifyControllerGaps, 4096));
+static_assert(std::size(kIdentifyControllerFields) == 187 && WrittenCount(kIdentifyControllerFields) == 179);
+static_assert(FirstBit(kIdentifyControllerFields, u"VER") == 80 * 8 &&
+              FirstBit(kIdentifyControllerFields, u"SecurityCommands") == 256 * 8);
+static_assert(FirstBit(kIdentifyControllerFields, u"NN") == 516 * 8 &&
+              FirstBit(kIdentifyControllerFields, u"SUBNQN") == 768 * 8);
 
 }  // namespace
 
 void NVME_IDENTIFY_CONTROLLER_DATA_STRUCT::Deserialize(const json::Value* value) {
-  ReadImage(kName, kFields, bytes, value);
+  ReadImage(kIdentifyControllerName, kIdentifyControllerFields, bytes, value);
 }
 
 json::Serialized NVME_IDENTIFY_CONTROLLER_DATA_STRUCT::Serialize(json::Document* inComingDoc) const {
-  return WriteImage(kName, kFields, bytes, inComingDoc);
+  return WriteImage(kIdentifyControllerName, kIdentifyControllerFields, bytes, inComingDoc);
 }
 
-std::span<const ImageField> NVME_IDENTIFY_CONTROLLER_DATA_STRUCT::Fields() { return kFields; }
+std::span<const ImageField> NVME_IDENTIFY_CONTROLLER_DATA_STRUCT::Fields() { return kIdentifyControllerFields; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -19,18 +19,18 @@ bool WritePairs(const json::Field&, const void* source, json::Document& document
 
 constexpr json::Kind kPairs = {.read = ReadPairs, .write = WritePairs, .name = "list of pairs"};
 
-constexpr json::Field kFields[] = {
+constexpr json::Field kRegistryAccessDataFields[] = {
     json::row<&RegistryAccessData::PathName>(u"PathName", {.id = 7002, .line = "Set JSON_REGACCESS_PATHNAME:"}),
     json::row<&RegistryAccessData::RegistryData, kPairs>(
         u"RegistryData", {.note = "an array of objects of one member each, the name and its text; comes back sorted by "
                                   "name, the first of two like names"}),
 };
 // Log readers look for the word INCOMPLETE.
-constexpr json::RecordTable kTable =
-    json::Table({.name = "RegistryAccessData", .fields = kFields, .readName = "INCOMPLETE RegistryAccessData"});
+constexpr json::RecordTable kRegistryAccessDataTable = json::Table(
+    {.name = "RegistryAccessData", .fields = kRegistryAccessDataFields, .readName = "INCOMPLETE RegistryAccessData"});
 
 }  // namespace
 
-const json::RecordTable& RegistryAccessData::Table() { return kTable; }
+const json::RecordTable& RegistryAccessData::Table() { return kRegistryAccessDataTable; }
 
 }  // namespace ZQ_RMT_MODELS

@@ -5,15 +5,16 @@
 namespace ZQ_RMT_MODELS {
 namespace {
 
-constexpr json::Field kFields[] = {
+constexpr json::Field kVideoDataFields[] = {
     json::row<&VideoData::DesiredResolution>(u"DesiredResolution", {.id = 8501}),
     json::row<&VideoData::VideoMemory>(u"VideoMemory",
                                        {.id = 8501, .showsValue = false, .note = "the line carries no value"}),
 };
-constexpr json::RecordTable kTable = json::Table({.name = "VideoData", .fields = kFields, .completeId = 8502});
+constexpr json::RecordTable kVideoDataTable =
+    json::Table({.name = "VideoData", .fields = kVideoDataFields, .completeId = 8502});
 
 }  // namespace
 
-const json::RecordTable& VideoData::Table() { return kTable; }
+const json::RecordTable& VideoData::Table() { return kVideoDataTable; }
 
 }  // namespace ZQ_RMT_MODELS
