@@ -13,13 +13,15 @@ class InstalledTest(unittest.TestCase):
         installed = tempfile.TemporaryDirectory(prefix="zqrmt-installed-")
         cls.addClassCleanup(installed.cleanup)
         subprocess.run(["cmake", "--install", cls.BUILD, "--prefix", installed.name], check=True, capture_output=True)
-        cls.files = [cls.find(name, tree) for tree in (cls.BUILD, installed.name) for name in cls.NAMES]
+        built = [os.path.join(cls.BUILD, folder) for folder in ("bin", "lib")]
+        cls.files = [cls.find(name, trees) for trees in (built, [installed.name]) for name in cls.NAMES]
 
     @staticmethod
-    def find(name, tree):
-        found = [os.path.join(folder, name) for top in ("bin", "lib")
-                 for folder, _, files in os.walk(os.path.join(tree, top)) if name in files]
-        assert len(found) == 1, f"{name} in {tree}: {found}"
+    def find(name, trees):
+        # Completions have their program's name.
+        found = [os.path.join(folder, name) for tree in trees for folder, _, files in os.walk(tree)
+                 if name in files and "completions" not in folder]
+        assert len(found) == 1, f"{name} in {trees}: {found}"
         return found[0]
 
     def named(self, *names):

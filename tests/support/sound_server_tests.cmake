@@ -11,7 +11,7 @@ function(add_sound_server_tests name program filter)
   endif()
   foreach(kind IN LISTS kinds)
     add_test(NAME ${name}.${kind}
-      COMMAND Python3::Interpreter ${PROJECT_SOURCE_DIR}/tests/support/sound_server.py ${kind}
+      COMMAND ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/tests/support/sound_server.py ${kind}
               $<TARGET_FILE:${program}> --gtest_filter=${filter})
     # A filter that matches nothing would pass.
     set_tests_properties(${name}.${kind} PROPERTIES
