@@ -95,7 +95,7 @@ def measure(libraries, runs, log):
     watch = LogWatch(os.path.join(log, "ZQRMLOG.LOG"))
     watch.start()
     stages = []
-    for _ in range(max(5, runs // 4)):
+    for _ in range(min(runs, max(5, runs // 4))):
         began = time.monotonic()
         call(module, contract)
         time.sleep(0.05)
