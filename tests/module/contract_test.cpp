@@ -135,14 +135,14 @@ TEST_F(ModuleTest, CallsDoNotKnowOfEachOther) {
           Device("", kNoAudio) + "}}");
 }
 
-TEST_F(ModuleTest, SurvivesAMillionBracketsAndAHundredMegabytes) {
+TEST_F(ModuleTest, SurvivesAMillionBracketsAndALongText) {
   std::string brackets(1000000, '[');
   EXPECT_EQ(module.Record(brackets), kBadInput);
   EXPECT_EQ(module.Record(brackets + std::string(1000000, ']')), kBadInput);
   std::string objects;
   for (int i = 0; i < 1000000; ++i) objects += R"({"":)";
   EXPECT_EQ(module.Play(Core(R"("a":)" + objects + "0" + std::string(1000000, '}'))), kBadInput);
-  EXPECT_EQ(module.Play(Core(R"("a":")" + std::string(100000000, 'x') + '"')), kBadInput);
+  EXPECT_EQ(module.Play(Core(R"("a":")" + std::string(ZQRMT_LONG_TEXT, 'x') + '"')), kBadInput);
 }
 
 }  // namespace
