@@ -71,8 +71,15 @@ TEST_F(SoundServer, HearsFullLevelWhateverIsRememberedOfEarlierStreams) {
   EXPECT_NEAR(Amplitude(module_.Record(kRecord)), 0.915, 0.015);
 }
 
+// PipeWire answers before the sink and its monitor are there.
+int LoadSink(const std::string& name, const std::string& more = "") {
+  return std::system(("pactl load-module module-null-sink sink_name=" + name + more + " && timeout 10 sh -c 'until" +
+                      " pactl get-source-volume " + name + ".monitor; do sleep 0.02; done'")
+                         .c_str());
+}
+
 TEST_F(SoundServer, ListsAnEndpointBeforeOneWhoseIdIsAPieceOfItsOwn) {
-  ASSERT_EQ(std::system("pactl load-module module-null-sink sink_name=speaker.2"), 0);
+  ASSERT_EQ(LoadSink("speaker.2"), 0);
   const std::string state = State();
   EXPECT_LT(state.find(R"("id":"speaker.2")"), state.find(R"("id":"speaker")"));
   EXPECT_LT(state.find(R"("id":"speaker.2.monitor")"), state.size());
@@ -80,9 +87,9 @@ TEST_F(SoundServer, ListsAnEndpointBeforeOneWhoseIdIsAPieceOfItsOwn) {
 
 TEST_F(SoundServer, TellsThePlaceOfEachChannel) {
   // Every second place, so that one that is taken for its neighbour shows, and the last.
-  ASSERT_EQ(std::system("pactl load-module module-null-sink sink_name=ten channels=10 channel_map=front-left,front-center,"
-                        "rear-left,front-left-of-center,rear-center,side-right,top-front-left,top-front-right,"
-                        "top-rear-center,top-rear-right"),
+  ASSERT_EQ(LoadSink("ten",
+                     " channels=10 channel_map=front-left,front-center,rear-left,front-left-of-center,rear-center,"
+                     "side-right,top-front-left,top-front-right,top-rear-center,top-rear-right"),
             0);
   ComPtr<IMMDevice> device;
   ComPtr<IPropertyStore> store;

@@ -74,7 +74,7 @@ class Workshop:
 
     @staticmethod
     def read_test(name, command, properties, **_):
-        test = types.SimpleNamespace(name=name, command=command, ENVIRONMENT=[], SKIP_RETURN_CODE=0, RUN_SERIAL=False)
+        test = types.SimpleNamespace(name=name, command=command, ENVIRONMENT=[], SKIP_RETURN_CODE=0, PROCESSORS=1)
         vars(test).update((one["name"], one["value"]) for one in properties)
         return test
 
