@@ -95,8 +95,9 @@ class Settings(OnServer):
                     self.assertRegex(text, r"^The test of process %d, .*restored: yes.*\n.*\n.*\n  .*\n    "
                                            r"levels 100 %% 100 %%  ->  levels 25 %% 75 %%, muted\n$" % running.pid)
                     continue
-                document = (self.record_document(machine="pulse") if then is RECORD
-                            else self.document(*then, machine="pulse"))
+                # The run is remembered with the server's address, not with the variable that names it.
+                server = "pulse:" + os.environ["PULSE_SERVER"]
+                document = self.record_document(machine="pulse") if then is RECORD else self.document(*then, machine=server)
                 put_back = document.get(shown) or document["result"][shown]
                 self.assertEqual([run["restored"]["endpoints"][1]["putBack"] for run in put_back], [["mute", "levels"]])
                 self.assertEqual((self.settings(), self.records()), (self.before, []))
