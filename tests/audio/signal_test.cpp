@@ -44,6 +44,7 @@ TEST(Tone, HasThePublishedSamples) {
   }
   const std::vector<int> samples = Samples(ToneSourceClass(1200));
   EXPECT_NEAR(samples.back(), 756, 1) << "no fade";
+  EXPECT_EQ(Samples(ToneSourceClass(1200, 1200)), samples);
   EXPECT_NEAR(samples[40407], -963, 1) << "with the angular step in double precision, -965";
 }
 
@@ -90,6 +91,7 @@ TEST(SampleBuffer, TakesOnlyWhatFitsWhole) {
   EXPECT_TRUE(Samples(ToneSourceClass(1200)).empty());
   refuseMemory = false;
   EXPECT_TRUE(buffer.Write(kBytes, 1) && buffer.Write(kBytes, 0));
+  EXPECT_TRUE(buffer.Allocate(2) && buffer.Written().empty()) << "another store";
 }
 
 using Values = std::vector<double>;
@@ -99,6 +101,7 @@ CaptureFormatBlock Format(int bits, int validBits, std::uint8_t blockAlign) {
   format.header.nBlockAlign = blockAlign;
   format.header.wBitsPerSample = static_cast<std::uint16_t>(bits);
   format.tail[0] = static_cast<std::uint8_t>(validBits);
+  format.tail[1] = static_cast<std::uint8_t>(validBits >> 8);
   return format;
 }
 
@@ -114,7 +117,7 @@ TEST(CaptureSink, DecodesByBitsAndValidBits) {
   EXPECT_EQ(Normalized(16, 12, {0, 8}), Values{-2048 / 32768.0});
   EXPECT_EQ(Normalized(16, 12, {0, 16}), Values{-4096 / 32768.0}) << "extended by any bit from the sign upwards";
   EXPECT_EQ(Normalized(16, 11, {0, 8}), Values{2048 / 32768.0});
-  EXPECT_EQ(Normalized(16, 40, {0, 0x80}), Values{1.0}) << "a width above 32 extends nothing";
+  for (const int width : {40, 256}) EXPECT_EQ(Normalized(16, width, {0, 0x80}), Values{1.0}) << "nothing is extended";
   EXPECT_EQ(Normalized(24, 24, {0, 0, 0x80, 0xFF, 0xFF, 0x7F}), (Values{-1.0, 8388607 / 8388608.0}));
   EXPECT_EQ(Normalized(20, 20, {0, 0, 8, 0, 0, 4}), (Values{-1.0, 0.5}));
   EXPECT_EQ(Normalized(32, 32, {0, 0, 0, 0x80, 0, 0, 0, 0x40}), (Values{-1.0, 0.5}));

@@ -208,8 +208,8 @@ class Page(FileTest):
         dom = self.look("record", "--render", "a speaker", exit_code=FAIL, machine=self.machine(
             name=name, speaker="a speaker " * 30, path=faults, levels=[1] * 8,
             format={"tag": "extensible", "channels": 8, "rate": 48000, "bits": 24}))
-        self.assert_has(dom, '<h1 class="fail">FAIL: distortion</h1>', name.replace("&", "&amp;"), "of 8: 1 is full scale",
-                        '<p class="">interruptions: The tone is interrupted: ',
+        self.assert_has(dom, '<h1 class="fail">FAIL: distortion</h1>', '<td class="word fail">FAIL</td>',
+                        name.replace("&", "&amp;"), "of 8: 1 is full scale", '<p class="">interruptions: The tone is interrupted: ',
                         '<p class="">noise: The tone stands only ')
         # Each is marked where it is, and explained beside.
         self.assertGreater(min(dom.count(f'class="{mark}"') for mark in ("clipped", "tone")), 2)

@@ -22,9 +22,9 @@ class BadInput(HostTest):
         cases = [
             (BAD_INPUT, "There is no file 'none.json'", ["run", "play", "none.json"], {}),
             (BAD_INPUT, "'.' can't be read", ["run", "play", "."], {}),
-            (BAD_INPUT, "'latin1.json' isn't valid UTF-8", ["run", "play", "latin1.json"], {}),
-            (BAD_INPUT, "'odd.json' isn't valid UTF-8", ["run", "record", "odd.json"], {}),
-            (BAD_INPUT, "'surrogate.json' isn't valid UTF-8", ["run", "record", "surrogate.json"], {}),
+            (BAD_INPUT, "The contract 'latin1.json' isn't valid UTF-8", ["run", "play", "latin1.json"], {}),
+            (BAD_INPUT, "The contract 'odd.json' isn't valid UTF-8", ["run", "record", "odd.json"], {}),
+            (BAD_INPUT, "The contract 'surrogate.json' isn't valid UTF-8", ["run", "record", "surrogate.json"], {}),
             (BAD_INPUT, "'zero.json' holds a NUL", ["run", "play", "zero.json"], {}),
             (BAD_INPUT, "'sing' is no test", ["run", "sing", "-"], {}),
             (BAD_INPUT, "Invalid value", ["check", "-"], {"stdin": b"\xef\xbb\xbf" * 2 + b'{"CoreData":{}}'}),
@@ -35,6 +35,7 @@ class BadInput(HostTest):
             (BAD_INPUT, "subcommand is required", [], {}),
             (BAD_INPUT, "There is no option '--loud' of 'list'.", ["list", "--loud"], {}),
             (BAD_INPUT, "no option '--rendr' of 'record'; did you mean '--render'?", ["record", "--rendr=x"], {}),
+            (BAD_INPUT, "did you mean '--min-peak'?", ["record", "--min-pek=1"], {}),
             (BAD_INPUT, "--color:  not in {auto,always,never}", ["--color", "", "list"], {}),
             (BAD_INPUT, "'--plot' of 'record' must stand behind the command", ["--plot", "x", "record"], {}),
             (BAD_INPUT, "no command 'recrod'; did you mean 'record'?", ["recrod", "mic", "--render", "speaker"], {}),
@@ -234,6 +235,7 @@ class Check(HostTest):
             ('"DeviceInfo":{"KeyboardData":{"hexValuesPressed":["a",1,"b"]}}',
              {"dropped": {"/DeviceInfo/KeyboardData/hexValuesPressed/1": "1"}}),
             ('"DeviceInfo":{"StorageData":{"di":{"DriveType":0,"sasAddr":[0,0]}}}', {}),
+            ('"DeviceInfo":{"NICData":{"NICAccessPoints":[{}]}}', {}),
             ('"DeviceInfo":{"NICData":{"NICAccessPoints":[{"NICAccessPointName":"A"},{}]}}',
              {"addedOther": {"/DeviceInfo/NICData/NICAccessPoints/1/NICAccessPointName": '"A"'}}),
             ('"DeviceInfo":{"RegistryAccessData":{"RegistryData":[{"b":"1"},{"b":"2"}]}}',
@@ -369,7 +371,7 @@ class Output(HostTest):
             others = {name: value for name, value in os.environ.items() if name not in ("LC_ALL", "LC_CTYPE", "LANG")}
             shown = self.on_terminal("stdout", "record", "--render", "speaker", "--platform", "virtual",
                                      env={**others, **locale})[1]
-            self.assertEqual("▄" in shown, blocks, locale)
+            self.assertEqual(" ▁▂▃▄▅▆▇█ 0 dBFS" in shown, blocks, locale)
 
     @unittest.skipUnless(hasattr(os, "openpty") and not RUNNER, "needs a pseudo-terminal")
     def test_a_terminal_shows_the_progress(self):

@@ -143,11 +143,18 @@ class Settings(OnServer):
         now = self.settings()
         foreign = json.dumps(whole)
         cases = [("settings-1-half.json", foreign[:60], 0o600), ("settings-1-level.json", foreign.replace("0.5]", "7]"), 0o600),
-                 ("settings-1-open.json", foreign, 0o666), ("settings-1-pipe.json", None, 0o600)]
+                 ("settings-1-open.json", foreign, 0o666), ("settings-1-pipe.json", None, 0o600),
+                 ("settings-1-link.json", None, 0o600)]
+        linked = os.path.join(self.directory, "linked")
+        with open(linked, "w") as file:
+            file.write(foreign)
+        os.chmod(linked, 0o600)
         for name, content, mode in cases:
             with self.subTest(name):
                 path = os.path.join(folder, name)
-                if content is None:
+                if name == "settings-1-link.json":
+                    os.symlink(linked, path)
+                elif content is None:
                     os.mkfifo(path, mode)
                 else:
                     with open(path, "w") as file:

@@ -59,7 +59,7 @@ class Verdicts(HostTest):
             (0.5, {"kind": "tone", "hz": 1500, "level": 0.2}, "noise", "another tone of 1500 Hz"),
             (0.5, {"kind": "noise", "ratioDb": 0}, "noise", r"most of it noise \(-\d+ dBFS\)"),
             (0.5, {"kind": "dead", "channel": 1}, "dead channel", "2 is dead: the tone is heard on channel 1, but.*broken wire"),
-            (0.5, {"kind": "inverted", "channel": 0}, "inverted channel", "is inverted against channel.*wires"),
+            (0.5, {"kind": "inverted", "channel": 0}, "inverted channel", "Channel 2 is inverted against channel 1.*wires"),
             (0, {"kind": "tone", "hz": 1200, "level": 0.4}, "no tone", "another tone of 1200 Hz"),
             (0, {"kind": "noise", "ratioDb": 10}, "no tone", "but noise"),
             (0.5, {"kind": "echo", "delayMs": 60, "gain": 0.3}, "pass", "^$"),
@@ -161,6 +161,10 @@ class Repeat(HostTest):
         text = self.rmthost("repeat", "-n", "2", *RECORD, "--min-peak", "0.5")[1].decode()
         self.assertRegex(text, r"\nrun 2: Too quiet: the peak 0\.45\d+ is below 0\.5\. restored: yes\nBoth endpoints ")
         self.assertEqual(text.count("Both endpoints"), 1, "advice is given once")
+        self.write("faulty.json", json.dumps({**MACHINE, "faults": [
+            {"operation": "IAudioClient::Start", "status": -2004287484, "sticky": True}]}).encode())
+        text = self.rmthost("repeat", "-n", "2", *RECORD, machine="virtual:faulty.json")[1].decode()
+        self.assertRegex(text, rf"\nrun 2: .* \({RETURN['PLATFORM']}\)")
 
     def test_a_series_that_can_not_begin_says_why(self):
         for code, arguments, more in [(BAD_INPUT, ["-n", "0", "play"], {}), (BAD_INPUT, ["-n", "2"], {}),

@@ -57,7 +57,7 @@ TEST_F(AccessTest, ErrorTextsEndWithTheCodesOfTheParser) {
 
 TEST_F(AccessTest, TextThatIsNotJsonLeavesTheRoot) {
   for (const char16_t* text : {u"", u" ", u"{} {}", u"[1,]", u"{\"a\":1e999}", u"{\"a\":-1e309}", u"// c\n{}", u"NaN",
-                               u"[\"\\uDC00\"]", u"[\"\\uDFFF\"]"}) {
+                               u"[\"\\uDC00\"]", u"[\"\\u0041\\uDC00\"]", u"[\"\\uDFFF\"]"}) {
     document.SetArray();
     EXPECT_FALSE(json::ParseText(text, document));
     EXPECT_TRUE(document.IsArray());

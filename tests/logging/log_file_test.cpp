@@ -44,6 +44,7 @@ TEST_F(LoggerTest, LogFileNamesFollowTheRules) {
     EXPECT_EQ(logger.Path(), Native(path));
   }
   EXPECT_EQ(NormalizeLogName("abc"), "abc.LOG");
+  EXPECT_EQ(NormalizeLogName(".abc"), ".LOG");
 }
 
 TEST_F(LoggerTest, RedirectFileNamesTheDirectory) {

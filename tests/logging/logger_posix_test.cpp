@@ -1,12 +1,14 @@
 // Failures of the file system that a test can cause on POSIX systems only.
 
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <limits>
+#include <thread>
 
 #include "logging/file_probe.h"
 #include "logging/local_time.h"
@@ -125,7 +127,21 @@ TEST_F(LoggerTest, ALogInAGroupsDirectoryIsTheGroupsWhateverTheUmask) {
     EXPECT_EQ(std::filesystem::status(live).permissions(), std::filesystem::perms(ofLog)) << ofDirectory;
     std::filesystem::remove(live);
   }
+  Write(live, "");
+  EXPECT_EQ(ReadWholeFile(live), "");
+  EXPECT_EQ(std::filesystem::status(live).permissions(), std::filesystem::perms(0600)) << "reading changes nothing";
   umask(before);
+}
+
+TEST_F(LoggerTest, AThreadThatIsCancelledInACallEndsItsLineFirst) {
+  std::thread([this] {
+    pthread_cancel(pthread_self());
+    AppendLine(live, "line\n");
+    EXPECT_EQ(ReadWholeFile(live), "line\n");
+    pthread_testcancel();
+    ADD_FAILURE() << "it ends here";
+  }).join();
+  EXPECT_EQ(Lines(live).size(), 1U);
 }
 
 TEST_F(LoggerTest, TheDirectoryIsReadableWhateverTheUmask) {

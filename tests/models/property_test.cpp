@@ -113,6 +113,8 @@ TEST(PropertySetTest, FindsByNameWithOrWithoutBrackets) {
       {"Name":"B","ValueArray":[]},{"Name":"A[]","ValueArray":["4"]},{"Name":"C"},{"ValueArray":["5"]}]})",
                       document));
   const auto set = ZQ_RMT_MODELS::DevProperties().Deserialize(&document);
+  ASSERT_TRUE(json::ParseText(uR"({"Type":"t"})", document));
+  EXPECT_EQ(ZQ_RMT_MODELS::DevProp().Deserialize(&document).Type, u"t");
   EXPECT_EQ(set->Count(), 5) << "B meets the value of B[]";
   const struct {
     std::u16string name;

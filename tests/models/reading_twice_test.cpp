@@ -63,6 +63,7 @@ const struct {
      u"/RegistryData", uR"([{"a":"2"},{"b":"1"}])"},
     {Value<DevProperties>, uR"({"Properties":[{}]})", uR"({"Properties":[{"IsArray":true}]})", u"/Properties/1/IsArray",
      u"true"},
+    {Value<DevProp>, uR"({"Name":"n"})", uR"({"Type":"t"})", u"/Name", u"\"\""},
     // Nested records are replaced as a whole, except those of a disk.
     {Value<DeviceInfo>, uR"({"VideoData":{"VideoMemory":1}})", uR"({"VideoData":{}})", u"/VideoData/VideoMemory", u"0"},
     {Value<DeviceInfo>, uR"({"VideoData":{"VideoMemory":1}})", uR"({"VideoData":null})", u"/VideoData/VideoMemory",

@@ -53,13 +53,6 @@ TEST(LogTest, AFailingTestStillReachesTheEndOfItsProgress) {
              Progress("100% "), Progress(""), Line(ZQRMT_RETURN_PLATFORM, "warning: Microsoft API Error")}));
 }
 
-TEST(LogTest, AFlagThatHidesTheOutcomeGivesTheHostTheLastLineThatWasShown) {
-  ModuleUnderTest module;
-  module.StartMachine(QuietMachine());
-  module.SetFlag("critical");
-  EXPECT_NE(module.Play("").find(ReturnCode(kVersionCode) + R"(,"ReturnMessage":")" + kVersionText), std::string::npos);
-}
-
 TEST(LogTest, LinesBeforeTheDirectoryIsThereAreLost) {
   ModuleUnderTest module([](const auto&) {});
   module.StartMachine(QuietMachine());
@@ -100,12 +93,6 @@ TEST(LogTest, ALiveLogOfFiveMillionBytesTakesOneMoreLine) {
   const ModuleUnderTest module([](const auto& log) { PrepareLog(log, 5000000); });
   EXPECT_EQ(module.LogLines(), Lines({kVersionLine}));
   EXPECT_GT(std::filesystem::file_size(module.LogDirectory() / "ZQRMLOG_1.LOG"), 5000000U);
-}
-
-TEST(LogTest, ALargerLiveLogIsRotatedFirst) {
-  const ModuleUnderTest module([](const auto& log) { PrepareLog(log, 5000001); });
-  EXPECT_EQ(module.LogLines(), Lines({kVersionLine, kVersionLine}));
-  EXPECT_EQ(std::filesystem::file_size(module.LogDirectory() / "ZQRMLOG_1.LOG"), 5000001U);
 }
 
 const BadLog kBadLogs[] = {

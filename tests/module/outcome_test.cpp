@@ -56,7 +56,9 @@ TEST_F(OutcomeTest, EachSeverityIsLoggedAtItsLevel) {
                                       logging::kNotification, logging::kDebug1,   logging::kDebug3, logging::kWarning,
                                       logging::kError,        logging::kCritical, logging::kDebug3};
   for (std::int32_t severity = 0; severity < 11; ++severity) {
-    EXPECT_EQ(LogWithSeverity(logger, severity, 1, "text")->level, levels[severity]) << severity;
+    const logging::LogRecord& logged = *LogWithSeverity(logger, severity, 1, "text");
+    EXPECT_EQ(logged.level, levels[severity]) << severity;
+    EXPECT_EQ(logged.percent, 0.0) << severity;
   }
   std::filesystem::remove(Log() / "debug3.flg");
 }

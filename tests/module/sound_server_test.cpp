@@ -171,6 +171,9 @@ TEST_P(SoundServerLoss, EndsTheTestSoon) {
   BOOL muted = FALSE;
   EXPECT_EQ(volume->GetMute(&muted), GetParam().status);
   EXPECT_LT(Clock::now() - ended, std::chrono::seconds(3));
+  ComPtr<IMMDeviceCollection> endpoints;
+  const HRESULT ofServer = GetParam().status == AUDCLNT_E_SERVICE_NOT_RUNNING ? GetParam().status : S_OK;
+  EXPECT_EQ(Enumerator()->EnumAudioEndpoints(eAll, DEVICE_STATE_ACTIVE, endpoints.Receive()), ofServer);
   DWORD state = 0;
   if (GetParam().status == AUDCLNT_E_DEVICE_INVALIDATED) {
     EXPECT_EQ(speaker->GetState(&state), S_OK);

@@ -152,7 +152,6 @@ TEST_P(PlatformContract, HearsWhatItPlaysOnEveryStreamUnlessMuted) {
 }
 
 TEST_P(PlatformContract, RefusesWhatIsOutOfOrderOrMakesNoSense) {
-  const WAVEFORMATEX wrong = Format(WAVE_FORMAT_PCM, 0, 48000, 16).Format;
   const auto client = Activated<IAudioClient>(eCapture);
   const auto initialize = [&](AUDCLNT_SHAREMODE mode, DWORD flags, REFERENCE_TIME duration,
                               const WAVEFORMATEX* format) {
@@ -162,7 +161,10 @@ TEST_P(PlatformContract, RefusesWhatIsOutOfOrderOrMakesNoSense) {
   EXPECT_EQ(initialize(AUDCLNT_SHAREMODE_EXCLUSIVE, 0, 0, &kStereo.Format), AUDCLNT_E_EXCLUSIVE_MODE_NOT_ALLOWED);
   EXPECT_EQ(initialize(AUDCLNT_SHAREMODE_SHARED, 1, 0, &kStereo.Format), E_INVALIDARG);
   EXPECT_EQ(initialize(AUDCLNT_SHAREMODE_SHARED, 0, -1, &kStereo.Format), E_INVALIDARG);
-  EXPECT_EQ(initialize(AUDCLNT_SHAREMODE_SHARED, 0, 0, &wrong), AUDCLNT_E_UNSUPPORTED_FORMAT);
+  for (const auto& [channels, bits] : {std::pair<WORD, WORD>{0, 16}, {2, 12}, {2, 40}}) {
+    const WAVEFORMATEX wrong = Format(WAVE_FORMAT_PCM, channels, 48000, bits).Format;
+    EXPECT_EQ(initialize(AUDCLNT_SHAREMODE_SHARED, 0, 0, &wrong), AUDCLNT_E_UNSUPPORTED_FORMAT) << bits;
+  }
   const bool takesAny = State().find(R"("platform":"virtual")") != std::string::npos;
   for (const auto& [channels, rate] : {std::pair<WORD, DWORD>{1, 48000}, {2, 44100}}) {
     const WAVEFORMATEX other = Format(WAVE_FORMAT_PCM, channels, rate, 16).Format;
@@ -170,6 +172,7 @@ TEST_P(PlatformContract, RefusesWhatIsOutOfOrderOrMakesNoSense) {
     const HRESULT taken = client->IsFormatSupported(AUDCLNT_SHAREMODE_SHARED, &other, &own);
     EXPECT_EQ(taken, takesAny ? S_OK : S_FALSE);
     if (taken != S_FALSE) continue;
+    EXPECT_EQ(initialize(AUDCLNT_SHAREMODE_SHARED, 0, 0, &other), AUDCLNT_E_UNSUPPORTED_FORMAT);
     EXPECT_EQ(std::pair(own->nChannels, own->nSamplesPerSec), (std::pair<WORD, DWORD>{2, 48000}));
     CoTaskMemFree(own);
   }

@@ -39,6 +39,8 @@ TEST_F(Refusals, OfNoPlaceForTheResultAndOfWhatIsNotThere) {
   EXPECT_EQ(enumerator->GetDevice(nullptr, &(device = speaker.Get())), E_POINTER);
   EXPECT_EQ(device, nullptr);
   EXPECT_EQ(enumerator->GetDevice(Wide(u"speaker"), nullptr), E_POINTER);
+  EXPECT_EQ(CoCreateInstance(CLSID_MMDeviceEnumerator, nullptr, CLSCTX_ALL, IID_IMMDeviceEnumerator, nullptr),
+            E_POINTER);
 
   ComPtr<IMMDevice> off;
   ASSERT_EQ(enumerator->GetDevice(Wide(u"off"), off.Receive()), S_OK);

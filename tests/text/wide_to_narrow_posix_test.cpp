@@ -7,7 +7,7 @@
 namespace {
 
 TEST(WideToNarrow, FollowsTheLocale) {
-  EXPECT_EQ(text::WideToNarrow(u"plain"), "plain");
+  EXPECT_EQ(text::WideToNarrow(std::u16string_view(u"plain\0text", 10)), "plain");
   EXPECT_EQ(text::WideToNarrow(u"caf\u00e9"), "") << "no form in the C locale";
   ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
   EXPECT_EQ(text::WideToNarrow(u"caf\u00e9"), "caf") << "cut to as many bytes as there are units";
