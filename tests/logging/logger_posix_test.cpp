@@ -134,7 +134,7 @@ TEST_F(LoggerTest, ALogInAGroupsDirectoryIsTheGroupsWhateverTheUmask) {
 }
 
 TEST_F(LoggerTest, AThreadThatIsCancelledInACallEndsItsLineFirst) {
-  std::thread([this] {
+  std::thread([] {
     pthread_cancel(pthread_self());
     AppendLine(live, "line\n");
     EXPECT_EQ(ReadWholeFile(live), "line\n");
