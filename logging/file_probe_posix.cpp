@@ -45,7 +45,7 @@ void EnsureDirectory(const std::filesystem::path& path) {
   }
   // By the open directory, so that no link put in its place meanwhile can lead this elsewhere.
   const CancellationHeldOff untilClosed;
-  const PosixFile made(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  const text::Descriptor made(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   if (made) fchmod(made.Get(), kMode);
 }
 

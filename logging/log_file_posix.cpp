@@ -14,7 +14,7 @@ namespace {
 
 // Takes the last `count` bytes off again, which are the beginning of a line that there was no room for. If another process
 // has written behind them, they stay.
-void CutBack(const PosixFile& file, off_t count) {
+void CutBack(const text::Descriptor& file, off_t count) {
   const off_t end = lseek(file.Get(), 0, SEEK_CUR);
   struct stat status;
   if (end < count || fstat(file.Get(), &status) != 0 || status.st_size != end) return;
@@ -26,7 +26,7 @@ void CutBack(const PosixFile& file, off_t count) {
 
 std::string ReadWholeFile(const std::string& path) {
   const CancellationHeldOff untilClosed;
-  const PosixFile file = OpenRegularFile(path, O_RDONLY);
+  const text::Descriptor file = OpenRegularFile(path, O_RDONLY);
   std::string contents(kMaxReadBytes, '\0');
   std::size_t size = 0;
   while (size < contents.size()) {
@@ -41,7 +41,7 @@ std::string ReadWholeFile(const std::string& path) {
 void AppendLine(const std::string& path, const std::string& line) {
   const CancellationHeldOff untilClosed;
   try {
-    const PosixFile file = OpenRegularFile(path, O_WRONLY | O_APPEND | O_CREAT);
+    const text::Descriptor file = OpenRegularFile(path, O_WRONLY | O_APPEND | O_CREAT);
     if (!file) return;
     ssize_t written;
     do {

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <pthread.h>
-#include <unistd.h>
 
 #include <string>
-#include <utility>
+
+#include "text/descriptor_posix.h"
 
 namespace logging {
 
@@ -22,31 +22,14 @@ class CancellationHeldOff {
   int before_ = PTHREAD_CANCEL_ENABLE;
 };
 
-// A file descriptor, closed at its end; negative for none. Used while cancellation is held off.
-class PosixFile {
- public:
-  explicit PosixFile(int descriptor = -1) : descriptor_(descriptor) {}
-  PosixFile(PosixFile&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
-  PosixFile& operator=(PosixFile&&) = delete;
-  ~PosixFile() {
-    if (descriptor_ >= 0) close(descriptor_);
-  }
-
-  explicit operator bool() const { return descriptor_ >= 0; }
-  int Get() const { return descriptor_; }
-
- private:
-  int descriptor_;
-};
-
 // Opens a regular file with the flags of open. Gives none if that fails or something else is there; a pipe or a device
-// is never waited for.
+// is never waited for. Used while cancellation is held off.
 //
 // Where anybody but root and this process's user can put names into the file's directory, a link is refused too, of both
 // kinds: it could lead a process with more rights to any file of theirs. In other directories a link is the owner's wish.
 //
 // A file that O_CREAT makes gets the rights that the umask leaves. In a directory with the set-group-ID bit that its group may
 // write to, the group may read and write the file too.
-PosixFile OpenRegularFile(const std::string& path, int flags);
+text::Descriptor OpenRegularFile(const std::string& path, int flags);
 
 }  // namespace logging

@@ -10,14 +10,14 @@ namespace logging {
 namespace {
 
 // The lock is the open file's, not the process's: closing another descriptor of the file doesn't end it.
-bool IsTakenByAnother(const PosixFile& file) {
+bool IsTakenByAnother(const text::Descriptor& file) {
   struct flock whole {};
   whole.l_type = F_WRLCK;
   whole.l_whence = SEEK_SET;
   return fcntl(file.Get(), F_OFD_SETLK, &whole) != 0 && (errno == EAGAIN || errno == EACCES);
 }
 
-bool LeadsTo(const std::string& path, const PosixFile& file) {
+bool LeadsTo(const std::string& path, const text::Descriptor& file) {
   struct stat there, opened;
   return stat(path.c_str(), &there) == 0 && fstat(file.Get(), &opened) == 0 && there.st_dev == opened.st_dev &&
          there.st_ino == opened.st_ino;
@@ -27,7 +27,7 @@ bool LeadsTo(const std::string& path, const PosixFile& file) {
 
 void RotateInTurn(const std::string& path, void (*rotate)(const std::string& path)) {
   const CancellationHeldOff untilClosed;
-  const PosixFile file = OpenRegularFile(path, O_WRONLY);
+  const text::Descriptor file = OpenRegularFile(path, O_WRONLY);
   if (file && (IsTakenByAnother(file) || !LeadsTo(path, file))) return;
   rotate(path);
 }

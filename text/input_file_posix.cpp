@@ -6,24 +6,11 @@
 #include <cerrno>
 #include <system_error>
 
+#include "text/descriptor_posix.h"
 #include "text/input_file.h"
 
 namespace text {
 namespace {
-
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-  int Number() const { return number_; }
-
- private:
-  int number_;
-};
 
 std::string LastProblem() { return std::generic_category().message(errno); }
 
@@ -34,14 +21,14 @@ FileBytes ReadRegularFile(const std::filesystem::path& file, std::uintmax_t star
   // A pipe is opened without waiting for its writer.
   const Descriptor opened(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   struct stat status {};
-  if (opened.Number() < 0 || fstat(opened.Number(), &status) != 0) {
+  if (!opened || fstat(opened.Get(), &status) != 0) {
     content.problem = LastProblem();
   } else if (!S_ISREG(status.st_mode)) {
     content.problem = kNoRegularFile;
   }
   char chunk[16384];
   while (content.problem.empty() && !content.isCut) {
-    const ssize_t got = pread(opened.Number(), chunk, sizeof chunk, static_cast<off_t>(start + content.bytes.size()));
+    const ssize_t got = pread(opened.Get(), chunk, sizeof chunk, static_cast<off_t>(start + content.bytes.size()));
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) content.problem = LastProblem();
     if (got <= 0) break;

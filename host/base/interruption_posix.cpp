@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "host/base/interruption.h"
+#include "host/base/system.h"
 
 namespace host {
 namespace {
@@ -31,7 +32,7 @@ extern "C" void NoteSignal(int) {
 }  // namespace
 
 Interruption::Interruption() : waitable_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
-  if (waitable_ < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
+  if (waitable_ < 0) throw std::system_error(LastError(), "eventfd");
   g_event = static_cast<int>(waitable_);
   for (std::size_t i = 0; i < kSignals.size(); ++i) {
     sigaction(kSignals[i], nullptr, &g_before[i]);

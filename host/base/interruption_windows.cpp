@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "host/base/interruption.h"
+#include "host/base/system.h"
 
 namespace host {
 namespace {
@@ -22,7 +23,7 @@ BOOL WINAPI NoteRequest(DWORD kind) {
 HANDLE NewEvent() {
   const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
   if (event == nullptr) {
-    throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), "CreateEvent");
+    throw std::system_error(LastError(), "CreateEvent");
   }
   return event;
 }

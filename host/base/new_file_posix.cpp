@@ -4,11 +4,11 @@
 #include <cerrno>
 
 #include "host/base/new_file.h"
+#include "host/base/system.h"
+#include "text/descriptor_posix.h"
 
 namespace host {
 namespace {
-
-std::error_code LastError() { return {errno, std::generic_category()}; }
 
 bool WriteAll(int descriptor, std::string_view content) {
   while (!content.empty()) {
@@ -23,10 +23,8 @@ bool WriteAll(int descriptor, std::string_view content) {
 
 std::error_code MakeNewFile(const std::filesystem::path& file) {
   // Who may read it is up to the umask, as for any file that a person has a program make.
-  const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
-  if (descriptor < 0) return LastError();
-  close(descriptor);
-  return {};
+  const text::Descriptor made(open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
+  return made ? std::error_code() : LastError();
 }
 
 std::error_code OverwriteFile(const std::filesystem::path& file, std::string_view content) {

@@ -3,11 +3,10 @@
 #include <algorithm>
 
 #include "host/base/new_file.h"
+#include "host/base/system.h"
 
 namespace host {
 namespace {
-
-std::error_code LastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
 
 bool WriteAll(HANDLE handle, std::string_view content) {
   constexpr std::size_t kMostAtOnce = 1 << 24;

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <system_error>
 #include <vector>
 
 // What the host asks the operating system for. Each system has a source file of its own; CMake picks it.
@@ -14,6 +15,9 @@ std::vector<std::string> Arguments(int argc, const char* const* argv);
 
 // The running program; empty when the system doesn't say.
 std::filesystem::path ProgramFile();
+
+// Why the last of the system's functions failed, in this thread.
+std::error_code LastError();
 
 std::int64_t ProcessId();
 // The computer's name; empty when it has none.

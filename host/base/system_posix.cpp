@@ -2,6 +2,7 @@
 #include <sys/utsname.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 
 #include "host/base/system.h"
@@ -17,6 +18,8 @@ std::filesystem::path ProgramFile() {
   std::error_code unknown;
   return std::filesystem::read_symlink("/proc/self/exe", unknown);
 }
+
+std::error_code LastError() { return {errno, std::generic_category()}; }
 
 std::int64_t ProcessId() { return getpid(); }
 

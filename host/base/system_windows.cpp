@@ -32,6 +32,8 @@ std::filesystem::path ProgramFile() {
   return path;
 }
 
+std::error_code LastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
+
 std::int64_t ProcessId() { return GetCurrentProcessId(); }
 
 std::string MachineName() {

@@ -10,14 +10,14 @@
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
-#include <cstring>
 #include <string_view>
 #include <utility>
 
 #include <fmt/core.h>
 
-#include "host/base/failure.h"
+#include "host/base/no_process.h"
 #include "host/call/child_process.h"
+#include "text/descriptor_posix.h"
 
 namespace host {
 namespace {
@@ -26,25 +26,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr const char* kSelf = "/proc/self/exe";
 
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() { Close(); }
-  int Number() const { return number_; }
-  void Close() {
-    if (number_ >= 0) close(std::exchange(number_, -1));
-  }
-
- private:
-  int number_;
-};
-
-Failure NoProcess(const char* operation) {
-  return {ExitCode::kBroken,
-          fmt::format("The module can't be given a process of its own: {}: {}.", operation, std::strerror(errno)),
-          "Close other programs and try again."};
+Failure NoModuleProcess(const char* operation) {
+  return NoProcess("The module can't be given a process of its own", operation);
 }
 
 // Between fork and exec: only what a signal handler may do too.
@@ -67,7 +50,7 @@ class Child {
     char* const arguments[] = {program.data(), argument.data(), nullptr};
     const pid_t parent = getpid();
     id_ = fork();
-    if (id_ < 0) throw NoProcess("fork");
+    if (id_ < 0) throw NoModuleProcess("fork");
     if (id_ == 0) BecomeSelf(channel, parent, arguments);
     // Here too: whichever process comes first.
     setpgid(id_, id_);
@@ -78,11 +61,10 @@ class Child {
 
   pid_t Id() const { return id_; }
 
-  // Waits for its end, and gives its status.
+  // Waits for its end, and gives its status. The signals that rmthost handles don't end a wait.
   int Wait() {
     int status = 0;
-    while (waitpid(id_, &status, 0) < 0 && errno == EINTR) {
-    }
+    waitpid(id_, &status, 0);
     id_ = -1;
     return status;
   }
@@ -126,7 +108,8 @@ ChildEnd::How Exchange(int channel, int process, std::string_view unsent, Clock:
     pollfd watched[] = {{isOpen ? channel : -1, static_cast<short>(unsent.empty() ? POLLIN : POLLIN | POLLOUT), 0},
                         {process, POLLIN, 0},
                         {static_cast<int>(interruption.Waitable()), POLLIN, 0}};
-    if (poll(watched, std::size(watched), MillisecondsUntil(deadline)) < 0 && errno != EINTR) throw NoProcess("poll");
+    if (poll(watched, std::size(watched), MillisecondsUntil(deadline)) < 0 && errno != EINTR)
+      throw NoModuleProcess("poll");
     if (interruption.Requested()) return ChildEnd::How::kInterrupted;
     if ((watched[0].revents & POLLOUT) != 0) SendSome(channel, unsent);
     if ((watched[0].revents & (POLLIN | POLLHUP | POLLERR)) != 0) isOpen = ReceiveSome(channel, output);
@@ -151,17 +134,17 @@ ChildEnd RunSelf(const std::string& command, const std::string& input, std::chro
                   "Mount /proc: mount -t proc proc /proc");
   }
   int ends[2];
-  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) throw NoProcess("socketpair");
-  const Descriptor channel(ends[0]);
-  Descriptor childsEnd(ends[1]);
-  Child child(command, childsEnd.Number());
+  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) throw NoModuleProcess("socketpair");
+  const text::Descriptor channel(ends[0]);
+  text::Descriptor childsEnd(ends[1]);
+  Child child(command, childsEnd.Get());
   childsEnd.Close();
   // The C library's own function can't be linked from C++ in all its versions.
-  const Descriptor process(static_cast<int>(syscall(SYS_pidfd_open, child.Id(), 0)));
-  if (process.Number() < 0) throw NoProcess("pidfd_open");
+  const text::Descriptor process(static_cast<int>(syscall(SYS_pidfd_open, child.Id(), 0)));
+  if (!process) throw NoModuleProcess("pidfd_open");
 
   ChildEnd end;
-  end.how = Exchange(channel.Number(), process.Number(), input, deadline, interruption, end.output);
+  end.how = Exchange(channel.Get(), process.Get(), input, deadline, interruption, end.output);
   if (end.how != ChildEnd::How::kExited) {
     child.End();
     return end;
@@ -178,14 +161,13 @@ ChildEnd RunSelf(const std::string& command, const std::string& input, std::chro
 }
 
 std::FILE* SeparateOutput() {
-  const int own = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-  const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
-  if (own < 0 || nothing < 0) return nullptr;
-  dup2(nothing, STDIN_FILENO);
+  text::Descriptor own(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+  const text::Descriptor nothing(open("/dev/null", O_RDWR | O_CLOEXEC));
+  if (!own || !nothing) return nullptr;
+  dup2(nothing.Get(), STDIN_FILENO);
   // Standard error may be closed.
-  if (dup2(STDERR_FILENO, STDOUT_FILENO) < 0) dup2(nothing, STDOUT_FILENO);
-  close(nothing);
-  return fdopen(own, "wb");
+  if (dup2(STDERR_FILENO, STDOUT_FILENO) < 0) dup2(nothing.Get(), STDOUT_FILENO);
+  return fdopen(own.Release(), "wb");
 }
 
 }  // namespace host

@@ -6,12 +6,11 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
-#include <system_error>
 #include <thread>
 
 #include <fmt/core.h>
 
-#include "host/base/failure.h"
+#include "host/base/no_process.h"
 #include "host/base/start_self_windows.h"
 #include "host/call/child_process.h"
 
@@ -23,10 +22,8 @@ struct CloseIt {
 };
 using Handle = std::unique_ptr<void, CloseIt>;
 
-Failure NoProcess(const char* operation) {
-  const std::string reason = std::system_category().message(static_cast<int>(GetLastError()));
-  return {ExitCode::kBroken, fmt::format("The module can't be given a process of its own: {}: {}.", operation, reason),
-          "Close other programs and try again."};
+Failure NoModuleProcess(const char* operation) {
+  return NoProcess("The module can't be given a process of its own", operation);
 }
 
 struct Pipe {
@@ -35,7 +32,7 @@ struct Pipe {
 
 Pipe NewPipe() {
   HANDLE reading = nullptr, writing = nullptr;
-  if (!CreatePipe(&reading, &writing, nullptr, 0)) throw NoProcess("CreatePipe");
+  if (!CreatePipe(&reading, &writing, nullptr, 0)) throw NoModuleProcess("CreatePipe");
   return {Handle(reading), Handle(writing)};
 }
 
@@ -46,7 +43,7 @@ Handle NewJob() {
   limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
   if (job == nullptr ||
       !SetInformationJobObject(job.get(), JobObjectExtendedLimitInformation, &limits, sizeof limits)) {
-    throw NoProcess("CreateJobObject");
+    throw NoModuleProcess("CreateJobObject");
   }
   return job;
 }
@@ -60,11 +57,11 @@ Handle StartChild(const std::string& command, HANDLE input, HANDLE output, HANDL
   // In a group of its own Ctrl-C doesn't reach it. It is suspended until it can't escape the job.
   const std::optional<PROCESS_INFORMATION> made = StartSelf(
       command, {.input = input, .output = output, .errors = errors}, CREATE_SUSPENDED | CREATE_NEW_PROCESS_GROUP);
-  if (!made.has_value()) throw NoProcess("CreateProcess");
+  if (!made.has_value()) throw NoModuleProcess("CreateProcess");
   Handle process(made->hProcess);
   const Handle thread(made->hThread);
   if (!AssignProcessToJobObject(job, process.get()) || ResumeThread(thread.get()) == static_cast<DWORD>(-1)) {
-    const Failure failure = NoProcess("AssignProcessToJobObject");
+    const Failure failure = NoModuleProcess("AssignProcessToJobObject");
     TerminateProcess(process.get(), 1);
     throw failure;
   }

@@ -1,8 +1,8 @@
 #include <windows.h>
 
 #include <stdexcept>
-#include <system_error>
 
+#include "host/base/system.h"
 #include "host/call/module_loader.h"
 #include "platform/windows/machine_front.h"
 
@@ -10,9 +10,7 @@ namespace host {
 
 LoadedLibrary::LoadedLibrary(const std::filesystem::path& file)
     : handle_(LoadLibraryW(std::filesystem::absolute(file).c_str())) {
-  if (handle_ == nullptr) {
-    throw std::runtime_error(std::system_category().message(static_cast<int>(GetLastError())));
-  }
+  if (handle_ == nullptr) throw std::runtime_error(LastError().message());
   virtual_audio::PutMachineInFrontOf(static_cast<HMODULE>(handle_));
 }
 

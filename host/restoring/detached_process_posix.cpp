@@ -7,13 +7,11 @@
 
 #include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <thread>
 
-#include <fmt/core.h>
-
-#include "host/base/failure.h"
+#include "host/base/no_process.h"
 #include "host/restoring/detached_process.h"
+#include "text/descriptor_posix.h"
 
 namespace host {
 namespace {
@@ -21,11 +19,8 @@ namespace {
 constexpr int kReceiveMilliseconds = 5000;
 constexpr int kEndMilliseconds = 1000;
 
-Failure NoProcess(const char* operation) {
-  return {
-      ExitCode::kBroken,
-      fmt::format("The settings can't be given a process that guards them: {}: {}.", operation, std::strerror(errno)),
-      "Close other programs and try again."};
+Failure NoGuardian(const char* operation) {
+  return NoProcess("The settings can't be given a process that guards them", operation);
 }
 
 // Between fork and exec: only what a signal handler may do too.
@@ -47,19 +42,15 @@ Failure NoProcess(const char* operation) {
 
 DetachedProcess::DetachedProcess(const std::string& command) {
   int ends[2];
-  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) throw NoProcess("socketpair");
+  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) throw NoGuardian("socketpair");
+  text::Descriptor own(ends[0]);
+  const text::Descriptor other(ends[1]);
   std::string program = "rmthost", argument = command;
   char* const arguments[] = {program.data(), argument.data(), nullptr};
   const pid_t id = fork();
-  if (id == 0) BecomeSelf(ends[1], arguments);
-  const int error = errno;
-  close(ends[1]);
-  if (id < 0) {
-    close(ends[0]);
-    errno = error;
-    throw NoProcess("fork");
-  }
-  channel_ = ends[0];
+  if (id == 0) BecomeSelf(other.Get(), arguments);
+  if (id < 0) throw NoGuardian("fork");
+  channel_ = own.Release();
   process_ = id;
 }
 

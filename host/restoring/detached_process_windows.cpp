@@ -1,11 +1,8 @@
 #include <windows.h>
 
-#include <fmt/core.h>
-
 #include <optional>
-#include <system_error>
 
-#include "host/base/failure.h"
+#include "host/base/no_process.h"
 #include "host/base/start_self_windows.h"
 #include "host/restoring/detached_process.h"
 
@@ -15,11 +12,8 @@ namespace {
 constexpr DWORD kReceiveMilliseconds = 5000;
 constexpr DWORD kEndMilliseconds = 1000;
 
-Failure NoProcess(const char* operation) {
-  const std::string reason = std::system_category().message(static_cast<int>(GetLastError()));
-  return {ExitCode::kBroken,
-          fmt::format("The settings can't be given a process that guards them: {}: {}.", operation, reason),
-          "Close other programs and try again."};
+Failure NoGuardian(const char* operation) {
+  return NoProcess("The settings can't be given a process that guards them", operation);
 }
 
 HANDLE ProcessOf(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
@@ -30,7 +24,7 @@ struct Pipe {
   HANDLE reading = nullptr, writing = nullptr;
 
   Pipe() {
-    if (!CreatePipe(&reading, &writing, nullptr, 0)) throw NoProcess("CreatePipe");
+    if (!CreatePipe(&reading, &writing, nullptr, 0)) throw NoGuardian("CreatePipe");
   }
 };
 
@@ -44,7 +38,7 @@ HANDLE Start(const std::string& command, HANDLE input, HANDLE output) {
     CloseHandle(made->hThread);
     return made->hProcess;
   }
-  throw NoProcess("CreateProcess");
+  throw NoGuardian("CreateProcess");
 }
 
 }  // namespace

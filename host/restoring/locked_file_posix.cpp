@@ -4,13 +4,14 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 #include <utility>
 
 #include <fmt/core.h>
 
 #include "host/base/failure.h"
+#include "host/base/system.h"
 #include "host/restoring/locked_file.h"
+#include "text/descriptor_posix.h"
 
 namespace host {
 namespace {
@@ -24,7 +25,7 @@ Failure Refused(const fs::path& file, const std::string& reason) {
           "Look at it, and take it away when nobody needs it."};
 }
 
-Failure Refused(const fs::path& file) { return Refused(file, std::strerror(errno)); }
+Failure Refused(const fs::path& file) { return Refused(file, LastError().message()); }
 
 std::string ReadAll(int descriptor) {
   std::string content(kMost, '\0');
@@ -54,10 +55,8 @@ void RequireOurs(const fs::path& file, int descriptor) {
 }
 
 void SyncFolderOf(const fs::path& file) {
-  const int folder = open(file.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (folder < 0) return;
-  fsync(folder);
-  close(folder);
+  const text::Descriptor folder(open(file.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folder) fsync(folder.Get());
 }
 
 }  // namespace
@@ -78,9 +77,7 @@ std::optional<LockedFile> LockedFile::Hold(const fs::path& file, bool isNew) {
 }
 
 std::optional<LockedFile> LockedFile::HoldOrMake(const fs::path& file) {
-  const int made = Open(file, O_RDWR | O_CREAT);
-  if (made < 0) throw Refused(file);
-  close(made);
+  if (!text::Descriptor(Open(file, O_RDWR | O_CREAT))) throw Refused(file);
   return Hold(file, false);
 }
 
@@ -113,13 +110,10 @@ void LockedFile::Remove() {
 }
 
 std::string ReadHeldFile(const fs::path& file) {
-  const int descriptor = Open(file, O_RDONLY);
-  if (descriptor < 0) return "";
+  const text::Descriptor opened(Open(file, O_RDONLY));
   struct stat status {};
-  const bool isFile = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
-  std::string content = isFile ? ReadAll(descriptor) : "";
-  close(descriptor);
-  return content;
+  const bool isFile = opened && fstat(opened.Get(), &status) == 0 && S_ISREG(status.st_mode);
+  return isFile ? ReadAll(opened.Get()) : "";
 }
 
 }  // namespace host

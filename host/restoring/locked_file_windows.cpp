@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/base/failure.h"
+#include "host/base/system.h"
 #include "host/restoring/locked_file.h"
 #include "text/utf.h"
 
@@ -17,8 +18,8 @@ namespace fs = std::filesystem;
 constexpr DWORD kMost = 1 << 20;
 
 Failure Refused(const fs::path& file) {
-  const std::string reason = std::system_category().message(static_cast<int>(GetLastError()));
-  return {ExitCode::kBroken, fmt::format("'{}' can't be used: {}.", text::Utf8FromPath(file), reason),
+  const std::error_code reason = LastError();
+  return {ExitCode::kBroken, fmt::format("'{}' can't be used: {}.", text::Utf8FromPath(file), reason.message()),
           "Look at it, and take it away when nobody needs it."};
 }
 
