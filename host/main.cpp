@@ -68,7 +68,8 @@ bool Print(const std::string& text) {
 
 int Serve() {
   try {
-    return ServeModuleRequest();
+    ServeModuleRequest();
+    return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "rmthost: The module's process can't go on: %s\n", text::Printable(error.what()).c_str());
     return 1;

@@ -66,8 +66,7 @@ Limits LimitsGiven(const Options& options);
 // CoreData. All failures are in the result.
 CommandResult CheckHere(const CheckRequest& request);
 
-// The child's side of module_messages.h: carries out the request on standard input and reports. Returns the exit code
-// of the process, 0 when there is a report.
-int ServeModuleRequest();
+// The child's side of module_messages.h: carries out the request on standard input and reports. Throws when it can't.
+void ServeModuleRequest();
 
 }  // namespace host

@@ -2,6 +2,7 @@
 #include <iostream>
 #include <iterator>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 #include "host/base/json.h"
@@ -18,16 +19,18 @@ struct CloseStream {
 
 }  // namespace
 
-int ServeModuleRequest() {
+void ServeModuleRequest() {
   const std::string text{std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
   const std::unique_ptr<std::FILE, CloseStream> output(SeparateOutput());
-  if (output == nullptr) return 1;
+  if (output == nullptr) throw std::runtime_error("it has no output");
   const std::optional<ModuleRequest> request = ReadJson<ModuleRequest>(text);
-  if (!request.has_value() || request->call.has_value() == request->check.has_value()) return 1;
+  if (!request.has_value() || request->call.has_value() == request->check.has_value()) {
+    throw std::runtime_error("it got no request");
+  }
   const std::string report =
       request->call.has_value() ? TextOf(CallHere(*request->call)) : TextOf(CheckHere(*request->check));
   const bool isWhole = std::fwrite(report.data(), 1, report.size(), output.get()) == report.size();
-  return isWhole && std::fflush(output.get()) == 0 ? 0 : 1;
+  if (!isWhole || std::fflush(output.get()) != 0) throw std::runtime_error("nobody takes its report");
 }
 
 }  // namespace host

@@ -2,11 +2,12 @@
 import json
 import os
 import signal
+import subprocess
 import time
 import unittest
 
-from host_test import (BROKEN, CONTRACT, FAIL, INTERRUPTED, MACHINE, MISBEHAVING, NO_ENDPOINT, NOT_RESTORED, PASS, RUNNER,
-                       TIMED_OUT, HostTest, enough)
+from host_test import (BROKEN, CONTRACT, FAIL, HOST, INTERRUPTED, MACHINE, MISBEHAVING, MODULE, NO_ENDPOINT,
+                       NOT_RESTORED, PASS, RUNNER, TIMED_OUT, HostTest, enough)
 
 VALID = (CONTRACT % (0, "", "X")).encode()
 START_FAILS = {"operation": "IAudioClient::Start", "status": -2004287484}
@@ -35,6 +36,15 @@ class Misbehaviour(HostTest):
         code, output, errors = self.rmthost("--json", "play", module=MISBEHAVING, MISBEHAVIOUR="chatter")
         self.assertEqual((code, json.loads(output)["result"]["passed"]), (PASS, True))
         self.assertIn('{"CoreData"', errors)
+
+    def test_a_process_that_does_not_come_about_is_told(self):
+        ran = subprocess.run([*RUNNER, HOST, "module-process"], input=b"nonsense", capture_output=True)
+        self.assertEqual((ran.returncode, ran.stderr.strip()),
+                         (1, b"rmthost: The module's process can't go on: it got no request"))
+        if not RUNNER:
+            ran = subprocess.run(["prlimit", "--nofile=5", HOST, "play", "--platform", "virtual", "--module", MODULE], capture_output=True)
+            self.assertEqual(ran.returncode, BROKEN)
+            self.assertIn(b"given a process of its own: socketpair: Too many open files.", ran.stderr)
 
 
 @unittest.skipIf(RUNNER, "signals reach the emulator")
