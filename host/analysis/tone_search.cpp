@@ -19,8 +19,6 @@ constexpr double kLeastMatch = 0.45;
 constexpr double kLeastMatchOfMany = 0.3;
 constexpr double kMany = 3.3;
 constexpr double kLeastSeconds = 0.3;
-// Below this there is no room for the tone at any speed that is looked for.
-constexpr double kLeastRate = 2400.0;
 // Each partial's line can be split in two by a gap or a jump, and where an echo takes the outermost one the comb can be
 // found one step off: all of these are tried, in Hz.
 constexpr double kSpeedsTriedHz[] = {0.0, -0.4, 0.4, -kPartialStepHz, kPartialStepHz};
@@ -179,7 +177,6 @@ bool HasPattern(const FittedTone& tone) {
 
 ToneSearch FindTone(std::span<const double> samples, double rate) {
   ToneSearch search;
-  if (rate < kLeastRate || static_cast<double>(samples.size()) < kLeastSeconds * rate) return search;
   const CombFound comb = FindComb(TransformStretch(samples, rate, StretchWindow::kRectangular));
   if (comb.amplitude <= 0.0) return search;
 

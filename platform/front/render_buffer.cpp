@@ -17,6 +17,7 @@ HRESULT RenderBuffer::GetBuffer(UINT32 frames, BYTE** data) {
   const HRESULT status = playback_->Padding(&padding);
   if (status != S_OK) return status;
   if (data == nullptr) return E_POINTER;
+  *data = nullptr;
   if (frames_ != 0) return AUDCLNT_E_OUT_OF_ORDER;
   if (frames > bufferFrames_ - std::min(padding, bufferFrames_)) return AUDCLNT_E_BUFFER_TOO_LARGE;
   if (frames == 0) return S_OK;

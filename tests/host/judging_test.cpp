@@ -50,11 +50,13 @@ TEST(JudgeRecording, RestsOnTheLoudnessAloneWhereTheHostCannotListen) {
 
 TEST(JudgeRecording, TellsTheHostsOwnLossesFromThoseOfThePath) {
   RecordingFindings findings = CleanTone();
-  findings.channels[0].interruptions = {{.lengthSeconds = 0.02, .byHost = true}};
+  findings.channels[0].interruptions = {
+      {.kind = InterruptionKind::kDisturbance, .beginSeconds = 0.1, .lengthSeconds = 0.02, .byHost = true}};
   const Evidence evidence{.tonePlays = true, .maxAmplitude = kHalf, .findings = &findings};
   EXPECT_TRUE(VerdictOf(evidence).passed);
   findings.channels[0].interruptions[0].byHost = false;
   EXPECT_EQ(VerdictOf(evidence).word, "interrupted");
+  EXPECT_EQ(VerdictOf(evidence).sentence, "The tone is interrupted: disturbance of 20 ms at 0.10 s.");
 }
 
 TEST(JudgeRecording, NamesWhatSaysMostAboutTheCause) {

@@ -50,6 +50,7 @@ class Plot(HostTest):
                      "This ran on the virtual machine: nothing was played or heard by real hardware."):
             self.assertIn(text, texts)
         self.assertEqual(texts.count("0.0"), 7, texts)
+        self.assertEqual(rectangles["heard"][-1].get("y"), rectangles["expected"][-1].get("y"), "the legend's")
         self.assertNotIn("clipped", rectangles)
         self.assertFalse([node.tag for node in root.iter() if node.tag in (SVG + "script", SVG + "image")])
 

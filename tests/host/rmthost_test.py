@@ -28,7 +28,7 @@ class BadInput(HostTest):
             (BAD_INPUT, "'zero.json' holds a NUL", ["run", "play", "zero.json"], {}),
             (BAD_INPUT, "'sing' is no test", ["run", "sing", "-"], {}),
             (BAD_INPUT, "Invalid value", ["check", "-"], {"stdin": b"\xef\xbb\xbf" * 2 + b'{"CoreData":{}}'}),
-            (BAD_INPUT, "The surrogate pair", ["check", "-"], {"stdin": b'{"CoreData":{"\\uDC00":1}}'}),
+            (BAD_INPUT, "line 1, column 15: The surrogate pair", ["check", "-"], {"stdin": b'{"CoreData":{"\\uDC00":1}}'}),
             (BAD_INPUT, "Number too big", ["check", "-"], {"stdin": b'{"CoreData":{"A":1.8e308}}'}),
             (BAD_INPUT, "no object CoreData", ["check", "-"], {"stdin": b"[]"}),
             (BAD_INPUT, "no object CoreData", ["check", "-"], {"stdin": b'{"CoreData":[],"CoreData":{}}'}),
@@ -235,7 +235,7 @@ class Check(HostTest):
             ('"DeviceInfo":{"KeyboardData":{"hexValuesPressed":["a",1,"b"]}}',
              {"dropped": {"/DeviceInfo/KeyboardData/hexValuesPressed/1": "1"}}),
             ('"DeviceInfo":{"StorageData":{"di":{"DriveType":0,"sasAddr":[0,0]}}}', {}),
-            ('"DeviceInfo":{"NICData":{"NICAccessPoints":[{}]}}', {}),
+            ('"DeviceInfo":{"NICData":{"NICAccessPoints":[{}]},"MotherboardData":{"FanData":[{}]}}', {}),
             ('"DeviceInfo":{"NICData":{"NICAccessPoints":[{"NICAccessPointName":"A"},{}]}}',
              {"addedOther": {"/DeviceInfo/NICData/NICAccessPoints/1/NICAccessPointName": '"A"'}}),
             ('"DeviceInfo":{"RegistryAccessData":{"RegistryData":[{"b":"1"},{"b":"2"}]}}',
@@ -406,6 +406,17 @@ class Log(HostTest):
                     self.assertRegex(told, f"rmthost: Nothing of this call.*{why}")
                     with open(os.path.join(self.directory, "a.html"), encoding="utf-8") as page:
                         self.assertRegex(page.read(), f"<p>Nothing of this call.*{why}")
+
+    @unittest.skipIf(os.getuid(), "only root becomes another user")
+    def test_a_user_without_a_place_for_it_is_told(self):
+        nobody = ["setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"]
+        if subprocess.run([*nobody, "test", "-x", HOST], cwd="/").returncode:
+            self.skipTest(f"{HOST} is in a folder that others can't look into")
+        environment = {name: value for name, value in os.environ.items() if name != "ZQRMT_LOG_DIRECTORY"}
+        told = subprocess.run([*nobody, HOST, "play", "--platform", "virtual", "--module", MODULE], cwd="/",
+                              env={**environment, "XDG_STATE_HOME": "/dev/null"}, capture_output=True, text=True).stderr
+        self.assertRegex(told, r"There is no place for the log: this user can't write to '(/.+)': Permission denied; and "
+                               r"'/dev/null/ZQOrb': Not a directory\. Name a directory")
 
 
 if __name__ == "__main__":

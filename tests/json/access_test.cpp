@@ -9,6 +9,7 @@
 #include "json/getters.h"
 #include "json/types.h"
 #include "text/narrow.h"
+#include "text/utf.h"
 
 namespace {
 
@@ -86,41 +87,24 @@ TEST_F(AccessTest, GettersFailInTheirThreeWays) {
   const json::Value& object = Parse(
       u"{\"big\":70000,\"wide\":4294967808,\"text\":\"a\\u0000b\",\"flag\":true,\"real\":4.0,\"minus\":-1,\"zero\":"
       u"\"\"}");
-  std::int16_t int16 = 9;
-  EXPECT_TRUE(json::GetInt16Member(object, u"big", &int16));
-  EXPECT_EQ(int16, 4464);
-  EXPECT_FALSE(json::GetInt16Member(object, u"text", &int16));
-  EXPECT_EQ(int16, 0);
-  std::uint16_t uint16 = 9;
-  EXPECT_FALSE(json::GetUint16Member(object, u"minus", &uint16));
-  EXPECT_EQ(uint16, 0);
-  std::uint32_t uint32 = 9;
-  EXPECT_TRUE(json::GetUint64AsUint32Member(object, u"wide", &uint32));
-  EXPECT_EQ(uint32, 512U);
-  EXPECT_FALSE(json::GetUint64AsUint32Member(object, u"missing", &uint32));
-  EXPECT_EQ(uint32, 0U);
-  std::int32_t int32 = 9;
-  EXPECT_FALSE(json::GetInt32Member(object, u"real", &int32));
-  EXPECT_FALSE(json::GetInt32Member(object, u"wide", &int32));
-  EXPECT_EQ(int32, 9);
-  std::int64_t int64 = 9;
-  EXPECT_TRUE(json::GetInt64Member(object, u"wide", &int64));
-  EXPECT_EQ(int64, 4294967808);
-  std::uint64_t handle = 9;
-  EXPECT_FALSE(json::GetHandleMember(object, u"wide", &handle));
-  EXPECT_EQ(handle, 9U);
-  EXPECT_TRUE(json::GetHandleMember(object, u"flag", &handle));
-  EXPECT_EQ(handle, 0U);
-  std::u16string text = u"old";
-  EXPECT_FALSE(json::GetStringMember(object, u"flag", &text));
-  EXPECT_EQ(text, u"old");
-  EXPECT_TRUE(json::GetStringMember(object, u"text", &text));
-  EXPECT_EQ(text, u"a");
-  EXPECT_TRUE(json::GetStringMember(object, u"zero", &text));
-  EXPECT_EQ(text, u"");
-  bool flag = true;
-  EXPECT_FALSE(json::GetBoolMember(object, u"big", &flag));
-  EXPECT_TRUE(flag);
+  const auto expect = [&](auto getter, const char16_t* key, auto value, bool found, const decltype(value)& after) {
+    EXPECT_EQ(getter(object, key, &value), found) << text::ToUtf8(key);
+    EXPECT_EQ(value, after) << text::ToUtf8(key);
+  };
+  expect(json::GetInt16Member, u"big", std::int16_t{9}, true, 4464);
+  expect(json::GetInt16Member, u"text", std::int16_t{9}, false, 0);
+  expect(json::GetUint16Member, u"minus", std::uint16_t{9}, false, 0);
+  expect(json::GetUint64AsUint32Member, u"wide", 9U, true, 512U);
+  expect(json::GetUint64AsUint32Member, u"missing", 9U, false, 0U);
+  expect(json::GetInt32Member, u"real", 9, false, 9);
+  expect(json::GetInt32Member, u"wide", 9, false, 9);
+  expect(json::GetInt64Member, u"wide", std::int64_t{9}, true, 4294967808);
+  expect(json::GetHandleMember, u"wide", std::uint64_t{9}, false, 9U);
+  expect(json::GetHandleMember, u"flag", std::uint64_t{9}, true, 0U);
+  expect(json::GetStringMember, u"flag", std::u16string(u"old"), false, u"old");
+  expect(json::GetStringMember, u"text", std::u16string(u"old"), true, u"a");
+  expect(json::GetStringMember, u"zero", std::u16string(u"old"), true, u"");
+  expect(json::GetBoolMember, u"big", true, false, true);
 }
 
 TEST(TextTest, UnitsAreWidenedAndLoweredOneByOne) {

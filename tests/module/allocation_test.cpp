@@ -110,8 +110,6 @@ class AllocationTest : public testing::Test {
   std::optional<ModuleFile> module_;
 };
 
-TEST_F(AllocationTest, OfAContractWithEveryRecord) { SweepCall("AudioRecordTest", AllRecords()); }
-
 TEST_F(AllocationTest, OfAContractWithEveryRecordAndAllLogLines) {
   std::ofstream{log_ / "debug3.flg"};
   SweepCall("AudioPlaybackTest", AllRecords());

@@ -38,13 +38,9 @@ const std::string kNoAudio = Audio("-1", "0.0", "");
 
 const Exchange kExchanges[] = {
     {"record_empty", "AudioRecordTest", "", kBadInput},
-    {"play_empty", "AudioPlaybackTest", "", kBadInput},
-    {"record_truncated", "AudioRecordTest", R"({"CoreData":{"TaskID":"1")", kBadInput},
     {"record_second_value", "AudioRecordTest", R"({"CoreData":{}} {})", kBadInput},
-    {"play_array_root", "AudioPlaybackTest", "[]", kBadInput},
     {"record_other_case", "AudioRecordTest", R"({"coreData":{}})", kBadInput},
     {"record_null_core", "AudioRecordTest", R"({"CoreData":null})", kBadInput},
-    {"record_text_core", "AudioRecordTest", R"({"CoreData":"x"})", kBadInput},
     {"record_infinite_number", "AudioRecordTest", Core(R"("a":17976931348623159e300)"), kBadInput},
     {"record_lone_first_half", "AudioRecordTest", Core(R"("TaskID":"\ud83d.")"), kBadInput},
     {"record_lone_second_half", "AudioRecordTest", Core(R"("TaskID":"\\\udc00")"), kBadInput},
@@ -57,8 +53,6 @@ const Exchange kExchanges[] = {
     {"record_device_not_an_object", "AudioRecordTest", Core(R"("DeviceInfo":7)"), kBadInput},
     {"play_no_endpoint", "AudioPlaybackTest", Core(R"("DeviceInfo":{})"),
      Reply(ZQRMT_RETURN_BAD_INPUT, "Bad JSON input.", Device(""))},
-    {"record_no_audio_data", "AudioRecordTest", Core(R"("ReturnCode":-5,"DeviceInfo":{"DeviceInstanceID":"X"})"),
-     Reply(-5, "", Device("X"))},
     {"record_null_audio_data", "AudioRecordTest", Core(R"("DeviceInfo":{"DeviceInstanceID":"X","AudioData":null})"),
      Reply(0, "", Device("X"))},
     {"record_no_endpoint", "AudioRecordTest", Core(R"("DeviceInfo":{"AudioData":{}})"),
@@ -115,24 +109,6 @@ TEST_F(ModuleTest, WithoutAPlatformOnTheThreadTheTestFails) {
   AudioPlatformUninitialize();
   EXPECT_NE(module.Record(kRecordContract).find(ReturnCode(ZQRMT_RETURN_PLATFORM)), std::string::npos);
   EXPECT_NE(module.Play(kPlayContract).find(ReturnCode(ZQRMT_RETURN_PLATFORM)), std::string::npos);
-}
-
-TEST_F(ModuleTest, MeasuresTheToneAtFullLevelWhateverTheSettingsWere) {
-  // The largest sample of the tone is -29987 of 32768, and the microphone hears half of it.
-  EXPECT_NE(module.Record(kRecordContract).find(R"("maxAmplitude":0.4575)"), std::string::npos);
-}
-
-TEST_F(ModuleTest, HearsNothingWithoutATone) {
-  EXPECT_NE(module.Record(kListenContract).find(R"("maxAmplitude":0.0)"), std::string::npos);
-}
-
-TEST_F(ModuleTest, CallsDoNotKnowOfEachOther) {
-  EXPECT_EQ(module.Play("{"), kBadInput);
-  EXPECT_EQ(
-      module.Record(Core(R"("TaskID":"2","DeviceInfo":{"AudioData":{}})")),
-      R"({"CoreData":{"TimeStamp":"","TaskName":"","TaskID":"2","TaskVersion":"","ReturnCode":0,"ReturnMessage":"",)"
-      R"("Result":"","Status":"")" +
-          Device("", kNoAudio) + "}}");
 }
 
 TEST_F(ModuleTest, SurvivesAMillionBracketsAndALongText) {

@@ -46,7 +46,6 @@ const Machine kMachines[] = {
      R"({"tag": "extensible", "channels": 8, "rate": 192000, "bits": 32, "validBits": 32, "channelMask": 255})",
      kRecordContract, "Unable to write to buffer.", 0.125},
     {"louder_than_full_scale", R"("gain": 0.5)", R"("gain": 4)", kRecordContract, kPassed, 1.0},
-    {"nothing_to_hear", R"("hears": [{)", R"("hears": [], "unheard": [{)", kRecordContract, kPassed, 0.0},
     {"noise_alone", R"("hears":)", R"("noise": 0.25, "hears":)", kListenContract, kPassed, 0.25},
     {"heard_late", R"("gain": 0.5)", R"("gain": 0.5, "delayMs": 200)", kRecordContract, kPassed, kHalf},
     {"microphone_unplugged", kMicDefault, R"("flow": "capture", "state": "unplugged")", kRecordContract,

@@ -127,6 +127,13 @@ TEST_F(SoundServer, LeavesNothingBehind) {
     const std::size_t bytes = BytesInUse();
     for (int request = 0; request < 500; ++request) EXPECT_EQ(volume->GetMute(&muted), S_OK);
     EXPECT_LT(BytesInUse(), bytes + 5000);
+    // Up to 4 MiB are taken, to the frame.
+    const WAVEFORMATEX stereo = Format(WAVE_FORMAT_PCM, 2, 48000, 16).Format;
+    for (const auto& [duration, status] : {std::pair(218453333, S_OK), {218453334, AUDCLNT_E_BUFFER_SIZE_ERROR}}) {
+      const auto client = Activated<IAudioClient>(eRender);
+      EXPECT_EQ(client->Initialize(AUDCLNT_SHAREMODE_SHARED, 0, duration, 0, &stereo, nullptr), status);
+    }
+    EXPECT_EQ(std::system("grep -qx audioplatform /proc/$PPID/task/*/comm"), 0) << "debuggers show whose thread it is";
   }
   EXPECT_EQ(std::system("test -z \"$(pactl list short sink-inputs)\""), 0) << "a stream is left on the server";
   AudioPlatformUninitialize();

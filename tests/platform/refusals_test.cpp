@@ -78,6 +78,10 @@ TEST_F(Refusals, OfStreamsAndTheirBuffers) {
   EXPECT_EQ(render.service->GetBuffer(1, nullptr), E_POINTER);
   EXPECT_EQ(render.service->ReleaseBuffer(0, 4), E_INVALIDARG);
   EXPECT_EQ(render.service->ReleaseBuffer(1, 0), AUDCLNT_E_OUT_OF_ORDER);
+  BYTE* area = nullptr;
+  EXPECT_EQ(render.service->GetBuffer(1, &area) | render.service->ReleaseBuffer(0, 0), S_OK);
+  EXPECT_EQ(render.service->GetBuffer(0, &area), S_OK);
+  EXPECT_EQ(area, nullptr);
   WAVEFORMATEX* match = nullptr;
   EXPECT_EQ(render.client->IsFormatSupported(AUDCLNT_SHAREMODE_SHARED, nullptr, &match), E_POINTER);
   EXPECT_EQ(render.client->IsFormatSupported(AUDCLNT_SHAREMODE_SHARED, &kMono.Format, nullptr), E_POINTER);

@@ -97,6 +97,12 @@ TEST_F(VirtualMachine, IsSilentWhileARenderStreamIsStoppedOrHasRunDry) {
   render.Queue(Steps({{2, 3000}}));
   Sleep(9);
   EXPECT_EQ(capture.Drain(), Steps({{5, 1000}, {10, 0}, {25, 1000}, {30, 0}, {32, 2000}, {34, 3000}, {40, 0}}));
+  // So long that nanoseconds times frames no longer fit into 64 bits.
+  Sleep(4 * 24 * 3600 * 1000);
+  capture.Drain();
+  render.Queue(Steps({{2, 4000}}));
+  Sleep(10);
+  EXPECT_EQ(capture.Drain(), Steps({{2, 4000}, {10, 0}}));
 }
 
 TEST_F(VirtualMachine, MakesTheSameNoiseOnEveryRunAndLosesItWhenTheBufferIsFull) {
