@@ -87,12 +87,12 @@ void SendSome(int channel, std::string_view& unsent) {
   if (unsent.empty()) shutdown(channel, SHUT_WR);
 }
 
-// Appends what has come. False when no more can.
+// Appends what has come. False when there is nothing.
 bool ReceiveSome(int channel, std::string& output) {
   char chunk[65536];
   const ssize_t received = recv(channel, chunk, sizeof chunk, MSG_DONTWAIT);
   if (received > 0) output.append(chunk, static_cast<std::size_t>(received));
-  return received > 0 || (received < 0 && (errno == EAGAIN || errno == EINTR));
+  return received > 0;
 }
 
 int MillisecondsUntil(Clock::time_point deadline) {
@@ -117,10 +117,7 @@ ChildEnd::How Exchange(int channel, int process, std::string_view unsent, Clock:
     if (Clock::now() >= deadline) return ChildEnd::How::kTimedOut;
   }
   // Only what is there: a process that the child has left behind may hold the other end too.
-  for (std::size_t before = output.size() + 1; isOpen && output.size() != before;) {
-    before = output.size();
-    isOpen = ReceiveSome(channel, output);
-  }
+  while (isOpen) isOpen = ReceiveSome(channel, output);
   return ChildEnd::How::kExited;
 }
 

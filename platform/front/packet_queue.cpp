@@ -4,6 +4,12 @@
 #include <utility>
 
 namespace platform {
+namespace {
+
+// What a packet holds that is marked as silent. As samples it is quiet, so that it doesn't cover the sound for who reads it.
+constexpr BYTE kLeftOver = 1;
+
+}  // namespace
 
 void PacketQueue::Append(const BYTE* bytes, std::size_t count, std::int64_t time) {
   for (std::size_t at = 0; at < count;) {
@@ -27,9 +33,14 @@ void PacketQueue::EndPacket() {
   const UINT32 frames = PacketFrames();
   const std::int64_t position = PacketStart(packet_++);
   std::vector<BYTE> bytes = std::exchange(begun_, {});
-  const DWORD flags = hasLost_ ? DWORD{AUDCLNT_BUFFERFLAGS_DATA_DISCONTINUITY} : DWORD{0};
+  DWORD flags = hasLost_ ? DWORD{AUDCLNT_BUFFERFLAGS_DATA_DISCONTINUITY} : DWORD{0};
   hasLost_ = !IsRoomFor(frames);
   if (hasLost_) return;
+  const auto isSilent = [this](BYTE byte) { return byte == format_.SilentByte(); };
+  if (marksSilence_ && std::ranges::all_of(bytes, isSilent)) {
+    flags |= AUDCLNT_BUFFERFLAGS_SILENT;
+    std::ranges::fill(bytes, kLeftOver);
+  }
   packets_.push_back({std::move(bytes), frames, flags, position, begunTime_});
   waitingFrames_ += frames;
 }

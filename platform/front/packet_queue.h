@@ -21,6 +21,8 @@ class PacketQueue {
   void Append(const BYTE* bytes, std::size_t count, std::int64_t time);
   // For the backend: the next packet kept says that something before it is lost.
   void NoteLoss() { hasLost_ = true; }
+  // For the backend: marks packets of nothing but silence from now on, and leaves something else in them, as drivers may.
+  void MarkSilence() { marksSilence_ = true; }
   // For the backend: forgets what has come of the packet in progress.
   void DropBegunPacket() { begun_.clear(); }
 
@@ -59,7 +61,8 @@ class PacketQueue {
   std::vector<BYTE> begun_;  // the packet in progress
   std::int64_t begunTime_ = 0;
   std::int64_t packet_ = 0;  // its number
-  bool hasLost_ = false;     // something, since the last packet that was kept
+  bool marksSilence_ = false;
+  bool hasLost_ = false;  // something, since the last packet that was kept
   std::deque<Packet> packets_;
   UINT32 waitingFrames_ = 0;
   bool isHandedOut_ = false;

@@ -130,8 +130,8 @@ std::vector<PathCondition> ReadPath(const Node& list, WORD channels) {
 }
 
 EndpointDescription ReadEndpoint(const Node& node, EndpointTable& table) {
-  constexpr std::string_view kKeys[] = {"id",    "name",  "flow",   "state",   "default", "levels",
-                                        "muted", "noise", "format", "closest", "hears",   "path"};
+  constexpr std::string_view kKeys[] = {"id",    "name",   "flow",    "state", "default", "levels",      "muted",
+                                        "noise", "format", "closest", "hears", "path",    "marksSilence"};
   constexpr std::string_view kFlows[] = {"render", "capture"};
   constexpr std::string_view kStates[] = {"active", "disabled", "notpresent", "unplugged"};
   constexpr DWORD kStateValues[] = {DEVICE_STATE_ACTIVE, DEVICE_STATE_DISABLED, DEVICE_STATE_NOTPRESENT,
@@ -153,10 +153,11 @@ EndpointDescription ReadEndpoint(const Node& node, EndpointTable& table) {
   }
   endpoint.muted = node["muted"].BooleanOr(false);
   ReadClosest(node["closest"], endpoint);
-  for (const std::string_view key : {"noise", "hears", "path"}) {
+  for (const std::string_view key : {"noise", "hears", "path", "marksSilence"}) {
     if (node[key].IsThere() && endpoint.key.flow != eCapture) node[key].Refuse("only a capture endpoint has it");
   }
   endpoint.noise = node["noise"].NumberOr(0.0, 0.0, 1.0);
+  endpoint.marksSilence = node["marksSilence"].BooleanOr(false);
   endpoint.path = ReadPath(node["path"], endpoint.format.channels);
   return endpoint;
 }

@@ -54,6 +54,7 @@ struct PathCondition {
 // docs/virtual-machine.md says what each key means; the members are named after the keys.
 struct EndpointDescription : platform::EndpointState {
   double noise = 0.0;
+  bool marksSilence = false;
   bool takesEveryPcm = true;            // what `closest` null says
   std::optional<SampleFormat> closest;  // the one format that is taken; nothing with takesEveryPcm false takes none
   std::vector<Hearing> hears;

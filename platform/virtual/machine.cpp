@@ -72,6 +72,7 @@ HRESULT Machine::OpenRecording(const platform::EndpointKey& key, const SampleFor
                                std::shared_ptr<platform::PacketQueue> packets,
                                std::shared_ptr<platform::Recording>* stream) {
   MachineEndpoint& endpoint = EndpointOf(key);
+  if (endpoint.marksSilence) packets->MarkSilence();
   // Every stream on an endpoint hears the same noise.
   const std::uint64_t seed = (seed_ << 32) + static_cast<std::uint64_t>(&endpoint - endpoints_.data());
   endpoint.recordings.push_back(std::make_shared<MachineRecording>(format, std::move(packets),

@@ -43,8 +43,8 @@ class Misbehaviour(HostTest):
                          (1, b"rmthost: The module's process can't go on: it got no request"))
         if not RUNNER:
             ran = subprocess.run(["prlimit", "--nofile=5", HOST, "play", "--platform", "virtual", "--module", MODULE], capture_output=True)
-            self.assertEqual(ran.returncode, BROKEN)
-            self.assertIn(b"given a process of its own: socketpair: Too many open files.", ran.stderr)
+            self.assertEqual((ran.returncode, ran.stderr.splitlines()[0]), (BROKEN, (
+                b"rmthost: The module can't be given a process of its own: socketpair: Too many open files.")))
 
 
 @unittest.skipIf(RUNNER, "signals reach the emulator")

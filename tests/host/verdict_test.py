@@ -19,7 +19,7 @@ class Verdicts(HostTest):
         microphone["hears"] = [{"endpoint": "{0.0.0}.{speaker}", "gain": gain}] if gain else []
         microphone["format"]["channels"] = channels
         microphone["levels"] *= channels
-        microphone["path"] = list(path)
+        microphone.update(path=list(path), marksSilence=True)
         self.write("machine.json", json.dumps(machine).encode())
 
     def judged(self, *arguments, verdict):
