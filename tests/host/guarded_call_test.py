@@ -41,7 +41,9 @@ class Misbehaviour(HostTest):
         ran = subprocess.run([*RUNNER, HOST, "module-process"], input=b"nonsense", capture_output=True)
         self.assertEqual((ran.returncode, ran.stderr.strip()),
                          (1, b"rmthost: The module's process can't go on: it got no request"))
-        if not RUNNER:
+        with open(HOST, "rb") as program:
+            is_sanitized = b"__ubsan" in program.read()  # which needs descriptors too
+        if not RUNNER and not is_sanitized:
             ran = subprocess.run(["prlimit", "--nofile=5", HOST, "play", "--platform", "virtual", "--module", MODULE], capture_output=True)
             self.assertEqual((ran.returncode, ran.stderr.splitlines()[0]), (BROKEN, (
                 b"rmthost: The module can't be given a process of its own: socketpair: Too many open files.")))

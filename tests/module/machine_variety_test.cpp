@@ -30,9 +30,6 @@ constexpr double kHalf = 0.4576;
 const Machine kMachines[] = {
     {"speech_quality", kMicFormat, R"({"tag": "pcm", "channels": 1, "rate": 8000, "bits": 16})", kRecordContract,
      kPassed, kHalf},
-    {"studio_quality", kMicFormat,
-     R"({"tag": "extensible", "channels": 2, "rate": 96000, "bits": 24, "validBits": 24, "channelMask": 3})",
-     kRecordContract, kPassed, kHalf},
     {"thirty_two_bits", kMicFormat,
      R"({"tag": "extensible", "channels": 1, "rate": 48000, "bits": 32, "validBits": 32, "channelMask": 4})",
      kRecordContract, kPassed, kHalf},
