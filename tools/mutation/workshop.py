@@ -16,11 +16,12 @@ import types
 # Ends with this program, however that ends.
 BOUND = ["setpriv", "--pdeathsig", "KILL"]
 # What a test may do: send signals to its own processes alone, whatever number a mutant takes for theirs, write to a folder for
-# temporary files that ends with it, and fill neither memory nor disk. What it leaves running ends with it too.
+# temporary files that ends with it, where its standard streams are too, since the rights of a device are everybody's, and fill neither
+# memory nor disk. What it leaves running ends with it too.
 CONFINED = ["env", "--default-signal", *BOUND, "prlimit", "--data=4294967296", "--fsize=1073741824",
             "unshare", "--pid", "--fork", "--kill-child", "--mount-proc",
             *([] if os.geteuid() == 0 else ["--user", "--map-current-user", "--keep-caps"]), "sh", "-c",
-            'mount -t tmpfs -o size=2G tmpfs /var/tmp && "$@"; exit $?', "sh"]
+            'mount -t tmpfs -o size=2G tmpfs /var/tmp && : >/var/tmp/in && "$@" </var/tmp/in >/var/tmp/out 2>&1; exit $?', "sh"]
 # A little optimised: that builds soon, and shows what is the same code.
 PLAIN = ["-DCMAKE_CXX_FLAGS_RELEASE=-O1 -DNDEBUG -w"]
 # The counts are kept in the file as they are made, so that those of a process that is killed aren't lost.
